@@ -1,0 +1,62 @@
+# How every room of the house is compiled, and what one room may link.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+# A rebuild in another folder finds what an earlier one has compiled.
+find_program(ZEPHRIN_CCACHE ccache)
+if(ZEPHRIN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${ZEPHRIN_CCACHE})
+    set(CMAKE_C_COMPILER_LAUNCHER ${ZEPHRIN_CCACHE})
+endif()
+
+add_library(zephrin_options INTERFACE)
+target_compile_options(zephrin_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion
+    -Wno-sign-conversion $<$<BOOL:${ZEPHRIN_WERROR}>:-Werror>
+    $<$<CONFIG:Debug>:-g1>)
+target_compile_definitions(zephrin_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(ZEPHRIN_SANITIZE)
+    target_compile_options(zephrin_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
+    target_link_options(zephrin_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# zephrin_room(NAME DEPENDS room... LIBRARIES lib...)
+#
+# A room is the static library of its folder. It sees the public headers, its own folder's tree by paths from src/,
+# and what the rooms below it link; a widget in a room that links no QtWidgets is therefore a compile error.
+function(zephrin_room name)
+    cmake_parse_arguments(ARG "" "" "DEPENDS;LIBRARIES;SOURCES" ${ARGN})
+    set(sources ${ARG_SOURCES})
+    if(NOT sources)
+        file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h *.ui *.qrc)
+    endif()
+    if(NOT sources)
+        set(sources ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp)
+        file(WRITE ${sources} "")
+    endif()
+    add_library(${name} STATIC ${sources})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC zephrin_options ${ARG_DEPENDS} ${ARG_LIBRARIES})
+    target_compile_definitions(${name} PRIVATE ZEPHRIN_BUILDING_LIBRARY)
+endfunction()
+
+# zephrin_test(NAME LINKS room...)
+#
+# One test program of the folder's files; every test case in it is a test of its own for ctest.
+function(zephrin_test name)
+    cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    add_executable(${name} ${sources})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PRIVATE zephrin_test_support ${ARG_LINKS})
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()

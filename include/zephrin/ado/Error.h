@@ -1,0 +1,55 @@
+#pragma once
+
+#include <zephrin/Export.h>
+
+#include <QString>
+
+#include <exception>
+
+namespace zephrin::ado {
+
+/// Numbers of errors that ADO users know. A provider's own errors carry the provider's numbers.
+namespace ErrorNumber {
+inline constexpr int InvalidArgument = 3001;
+inline constexpr int NoCurrentRecord = 3021;
+inline constexpr int FeatureNotAvailable = 3251;
+inline constexpr int ItemNotFound = 3265;
+inline constexpr int ObjectClosed = 3704;
+inline constexpr int ObjectOpen = 3705;
+inline constexpr int ProviderNotFound = 3706;
+inline constexpr int InvalidConnection = 3709;
+/// A value that its field cannot hold: too long, or of a type that does not convert.
+inline constexpr int ValueRefused = -2147217887;
+/// A failure of a provider that brought no number of its own.
+inline constexpr int ProviderFailed = -2147467259;
+/// A statement that ran into the command time-out or was cancelled.
+inline constexpr int TimeoutExpired = -2147217871;
+}  // namespace ErrorNumber
+
+/// The one error of the data layer. It is thrown by a connection, a statement, a file, or the writing of a value that
+/// does not fit; moving about in a recordset never throws it.
+class ZEPHRIN_EXPORT Error : public std::exception {
+ public:
+    Error(int number, QString description, QString source = QStringLiteral("ADODB"));
+    ~Error() override;
+
+    int Number() const { return number; }
+    /// What went wrong, in the provider's own words where it has any. Without a trailing line break.
+    const QString& Description() const { return description; }
+    /// Who says so: "ADODB" or the provider's or driver's name.
+    const QString& Source() const { return source; }
+    /// Position in the statement that was sent, in UTF-16 units from 0, or -1 where the provider gave none.
+    qsizetype Position() const { return position; }
+    void SetPosition(qsizetype at) { position = at; }
+
+    const char* what() const noexcept override { return utf8.constData(); }
+
+ private:
+    int number;
+    QString description;
+    QString source;
+    qsizetype position = -1;
+    QByteArray utf8;
+};
+
+}  // namespace zephrin::ado

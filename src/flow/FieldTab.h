@@ -1,0 +1,25 @@
+#pragma once
+
+#include "runstate/ZPGGlobalDeclarations.h"
+
+namespace zephrin {
+
+void MoveFieldRight(ZPGGlobalDeclarations& state);
+void MoveAllFieldsRight(ZPGGlobalDeclarations& state);
+void MoveFieldLeft(ZPGGlobalDeclarations& state);
+void MoveAllFieldsLeft(ZPGGlobalDeclarations& state);
+void FieldFromClicked(ZPGGlobalDeclarations& state);
+void FieldToClicked(ZPGGlobalDeclarations& state);
+
+/// Rebuilds colTables (where tables may be selected), colFields, colSelFields and every list made of them. A failed
+/// look-up is shown to the user and takes the wizard back to the table tab.
+void LoadFieldCollections(ZPGGlobalDeclarations& state);
+
+/// colSelFields becomes the items of lstZPQFieldTo.
+void BuildSelFields(ZPGGlobalDeclarations& state);
+
+/// Drops grouping, ordering and calculated rows whose tables are gone, gives rsWhere its columns, and refills the list
+/// of the build-query tab.
+void ReconcileQueryLists(ZPGGlobalDeclarations& state);
+
+}  // namespace zephrin

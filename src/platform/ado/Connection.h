@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/ado/Provider.h"
+
+#include <zephrin/ado/Error.h>
+
+namespace zephrin::ado {
+
+/// A connection to one database, through whichever provider takes its string.
+///
+/// The providers are given by who makes the connection: this room knows none of them.
+class Connection {
+ public:
+    explicit Connection(ProviderSet providers);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// The string as it was set; Open doesn't add to it. Setting it (or a time-out that is negative: 3001) on an open
+    /// connection throws 3705.
+    void SetConnectionString(const QString& connectionString);
+    const QString& ConnectionString() const { return request.ConnectionString; }
+    /// Seconds; 0 waits for ever, a negative number throws 3001.
+    void SetConnectionTimeout(int seconds);
+    int ConnectionTimeout() const { return request.ConnectionTimeout; }
+    /// Seconds, and allowed on an open connection too; counts from the next statement on.
+    void SetCommandTimeout(int seconds);
+    int CommandTimeout() const { return request.CommandTimeout; }
+
+    /// Opens with ConnectionString(), or with `connectionString` where that is not empty. 3705 when open, 3706 when no
+    /// provider takes the string, else the provider's error.
+    void Open(const QString& connectionString = {}, const QString& userId = {}, const QString& password = {},
+              int options = -1);
+    /// 3704 when closed.
+    void Close();
+    ObjectState State() const { return session ? ObjectState::Open : ObjectState::Closed; }
+
+    /// Runs a statement and fetches its rows. 3709 when closed.
+    RecordsetPtr Execute(const QString& statement);
+    /// The tables, or with Schema::Columns the columns of `table`. 3709 when closed.
+    RecordsetPtr OpenSchema(Schema schema, const QString& table = {});
+
+    /// Runs a statement and hands out its rows as they come, for who wants them once and does not keep them.
+    std::unique_ptr<Cursor> Stream(const QString& statement, qint64 maxRecords = 0);
+
+    const ProviderSet& Providers() const { return providers; }
+
+ private:
+    Session& Live();
+
+    ProviderSet providers;
+    OpenRequest request;
+    std::unique_ptr<Session> session;
+};
+
+}  // namespace zephrin::ado

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <zephrin/ado/Recordset.h>
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+class QTableView;
+
+namespace zephrin::controls {
+
+class DataGridPrivate;
+
+/// A grid bound to a recordset: it shows its rows, moves its cursor, edits its cells and adds rows to it.
+///
+/// Splits are panes of the same rows side by side, each with columns scrolled on its own, rows scrolled together. There
+/// is always one. The grid keeps its recordset alive.
+class DataGrid : public QWidget {
+    Q_OBJECT
+ public:
+    explicit DataGrid(QWidget* parent = nullptr);
+    ~DataGrid() override;
+
+    /// Binds to `recordset`; null shows an empty grid. Nothing is copied: the cost does not depend on the rows.
+    void SetDataSource(const ado::RecordsetPtr& recordset);
+    const ado::RecordsetPtr& DataSource() const;
+    /// Shows the columns anew, after the recordset got others.
+    void Rebind();
+
+    void SetAllowUpdate(bool allow);
+    /// Shows an empty row behind the last, in which typing begins a new row.
+    void SetAllowAddNew(bool allow);
+    /// Shows a button in each cell of `column` while its row is the current one; -1 means every column.
+    void SetColumnButton(int column, bool show);
+    /// Pixels at 100 %.
+    void SetColumnWidth(int column, int width);
+
+    int SplitCount() const;
+    void AddSplit();
+    /// Removes the last pane; does nothing when there is only one.
+    void RemoveSplit();
+
+    /// The current cell: row from 0 (RecordCount() on the add-new row), -1 when there is none.
+    int CurrentRow() const;
+    int CurrentColumn() const;
+    void SetCurrentCell(int row, int column);
+    bool IsOnAddNewRow() const;
+    /// Where the cell lies, in the grid's coordinates.
+    QRect CellRect(int row, int column) const;
+    /// Takes over what stands in an open cell editor; false when it was refused and the editor stays.
+    bool CommitEdit();
+    void CancelEdit();
+
+    /// What an edited cell will hold, made of what was typed; the default takes the text as it is. Set by the owner.
+    using Normalise = std::function<QString(int column, const QString& typed)>;
+    void SetNormalise(Normalise normalise);
+
+    /// The view of a pane, from 0, for styling and for tests.
+    QTableView* Pane(int index) const;
+
+    /// What stands in the middle while there is no recordset or no row.
+    void SetEmptyText(const QString& text);
+
+ Q_SIGNALS:
+    void HeadClick(int column);
+    /// The button of a cell in the current row was pressed.
+    void ButtonClick(int column);
+    /// A cell was edited by the user and its value stands in the recordset.
+    void AfterColEdit(int column);
+    /// A value was refused by the recordset; `text` says why. The editor stays open.
+    void EditRefused(const QString& text);
+    void RowColChange(int row, int column);
+    void Click();
+
+ private:
+    std::unique_ptr<DataGridPrivate> d;
+};
+
+}  // namespace zephrin::controls

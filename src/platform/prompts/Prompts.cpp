@@ -1,0 +1,7 @@
+#include <zephrin/Prompts.h>
+
+namespace zephrin {
+
+Prompts::~Prompts() = default;
+
+}  // namespace zephrin

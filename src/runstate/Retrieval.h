@@ -1,0 +1,52 @@
+#pragma once
+
+#include "runstate/ZPGGlobalDeclarations.h"
+
+#include <QVariant>
+
+#include <functional>
+
+namespace zephrin {
+
+/// Reads the columns of tables from the database's own description, through a connection of its own.
+class clsFieldRetrieval {
+ public:
+    explicit clsFieldRetrieval(ZPGGlobalDeclarations& state);
+    ~clsFieldRetrieval();
+
+    /// Hears the description of any failure; the result is then empty.
+    std::function<void(const QString& description)> FieldCollectionError;
+
+    /// The fields of `tables` as `[table].[field]`, table after table, in column order. A table text loses its first
+    /// and last character, so it must carry its delimiters; a text of one or two characters ends the walk and the
+    /// result is empty.
+    Collection FieldCollection(const Collection& tables);
+
+ private:
+    ZPGGlobalDeclarations& state;
+    std::unique_ptr<ado::Connection> connection;
+};
+
+/// Asks for the type of one field, through a connection of its own.
+class clsFieldType {
+ public:
+    explicit clsFieldType(ZPGGlobalDeclarations& state) : state(state) {}
+    /// Throws ado::Error when the field can't be read. Names carry their delimiters.
+    ado::DataType FieldType(const QString& tableName, const QString& fieldName);
+
+ private:
+    ZPGGlobalDeclarations& state;
+};
+
+/// Reads the distinct values of one field on the shared connection, in ascending order, Null included.
+class clsFieldValues {
+ public:
+    explicit clsFieldValues(ZPGGlobalDeclarations& state) : state(state) {}
+    /// What could be read until a failure, if there was one.
+    QList<QVariant> colFieldValues(const QString& tableName, const QString& fieldName);
+
+ private:
+    ZPGGlobalDeclarations& state;
+};
+
+}  // namespace zephrin

@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMutex>
+#include <QStandardPaths>
+#include <QStringList>
+
+#include "support/ExpectedLog.h"
+
+namespace {
+
+QMutex logMutex;
+QStringList unexpected;
+QStringList expected;
+
+void Remember(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtDebugMsg || type == QtInfoMsg) return;
+    const QMutexLocker lock(&logMutex);
+    for (const QString& part : std::as_const(expected))
+        if (message.contains(part)) return;
+    unexpected << message;
+}
+
+/// A warning that nobody announced fails the test in which it was logged.
+class LogListener : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        const QMutexLocker lock(&logMutex);
+        unexpected.clear();
+        // The offscreen platform has no input method and says so.
+        expected = {QStringLiteral("This plugin does not support"), QStringLiteral("propagateSizeHints")};
+    }
+    void OnTestEnd(const testing::TestInfo&) override {
+        QStringList seen;
+        {
+            const QMutexLocker lock(&logMutex);
+            seen.swap(unexpected);
+        }
+        for (const QString& message : std::as_const(seen)) ADD_FAILURE() << "unexpected log: " << qPrintable(message);
+    }
+};
+
+}  // namespace
+
+namespace zephrin::test {
+
+void ExpectLog(const QString& part) {
+    const QMutexLocker lock(&logMutex);
+    expected << part;
+}
+
+}  // namespace zephrin::test
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    qInstallMessageHandler(Remember);
+    testing::UnitTest::GetInstance()->listeners().Append(new LogListener);
+    return RUN_ALL_TESTS();
+}
