@@ -52,6 +52,8 @@ void ExpectLog(const QString& part) {
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    // Windows are real, but nobody has to see them.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QStandardPaths::setTestModeEnabled(true);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
