@@ -1,0 +1,42 @@
+#pragma once
+
+#include "runstate/ZPGGlobalDeclarations.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace zephrin {
+
+/// The wizard's form: widgets that show the state and report what the user does. It decides nothing: a handler reads its
+/// controls, calls an operation of flow/ or output/, and shows the state.
+///
+/// At most one is open in an application, whichever control showed it; it is found among the top-level widgets by its
+/// object name "frmZPG" while it is loaded.
+class frmZPG : public QWidget {
+    Q_OBJECT
+ public:
+    explicit frmZPG(std::shared_ptr<ZPGGlobalDeclarations> state, const QIcon& icon, const QFont& labelFont);
+    ~frmZPG() override;
+
+    /// The form that is loaded in this application, or null.
+    static frmZPG* OpenForm();
+
+    /// Form load. False when the load ended in an unload: the form was never seen and may be deleted.
+    bool Load();
+    /// Shows the form until it is closed, modal for the application.
+    void ShowModal();
+    /// Closes without a question, as the end of the control does. Unloaded is not emitted.
+    void UnloadSilently();
+
+ Q_SIGNALS:
+    /// The form was unloaded, whichever way: everything is released and it counts as an open form no longer. Emitted
+    /// exactly once a showing, with the text of a failed query load or "". The receiver deletes the form later.
+    void Unloaded(const QString& loadError);
+
+ private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+}  // namespace zephrin
