@@ -9,6 +9,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace zephrin {
@@ -114,6 +115,9 @@ struct ZPGGlobalDeclarations {
     /// Goes up at every load and unload. Whoever let the user or the host in (a box, an event) compares it with what it
     /// was before, and does nothing more on a showing that is over.
     int Showing = 0;
+    /// Makes the form that is open show this state at once; empty while there is none. Whoever makes the user wait in
+    /// the middle of an operation (a statement that runs, an export) calls it through ShowFormNow.
+    std::function<void()> ShowForm;
 
     /// The shared connection, made when there is none.
     ado::Connection& SharedConnection();
@@ -133,6 +137,11 @@ void ReleaseWorkingRecordsets(ZPGGlobalDeclarations& state);
 
 /// Text of a string resource in the language of the run: `id` + gResourceOffset.
 QString ResString(const ZPGGlobalDeclarations& state, int id);
+
+/// Shows the state on the form that is open, if there is one: pointer, status text, tab and all.
+inline void ShowFormNow(const ZPGGlobalDeclarations& state) {
+    if (state.ShowForm) state.ShowForm();
+}
 
 /// True for a recordset that is there, open and has at least one row.
 bool HasRows(const ado::RecordsetPtr& recordset);

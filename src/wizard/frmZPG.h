@@ -28,10 +28,14 @@ class frmZPG : public QWidget {
     void ShowModal();
     /// Closes without a question, as the end of the control does. Unloaded is not emitted.
     void UnloadSilently();
+    /// Deletes the form as soon as none of its handlers is on the stack: at once, or when the outermost one returns.
+    /// What the owner of a form calls, whether it was unloaded or not; the event loop plays no part in it.
+    void DeleteWhenIdle();
 
  Q_SIGNALS:
     /// The form was unloaded, whichever way: everything is released and it counts as an open form no longer. Emitted
-    /// exactly once a showing, with the text of a failed query load or "". The receiver deletes the form later.
+    /// exactly once a showing, with the text of a failed query load or "". The receiver deletes the form with
+    /// DeleteWhenIdle.
     void Unloaded(const QString& loadError);
 
  private:
