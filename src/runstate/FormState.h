@@ -5,7 +5,6 @@
 
 #include <zephrin/ado/Recordset.h>
 
-#include <QRgb>
 #include <QString>
 
 #include <array>
@@ -17,7 +16,7 @@ namespace zephrin {
 struct ColourSpan {
     int Start = 0;  ///< from 0, in UTF-16 units
     int Length = 0;
-    QRgb Colour = 0;
+    quint32 Colour = 0;  ///< 0xffRRGGBB
     bool operator==(const ColourSpan&) const = default;
 };
 

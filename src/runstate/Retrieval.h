@@ -30,7 +30,7 @@ class clsFieldRetrieval {
 /// Asks for the type of one field, through a connection of its own.
 class clsFieldType {
  public:
-    explicit clsFieldType(ZPGGlobalDeclarations& state) : state(state) {}
+    explicit clsFieldType(ZPGGlobalDeclarations& run) : state(run) {}
     /// Throws ado::Error when the field can't be read. Names carry their delimiters.
     ado::DataType FieldType(const QString& tableName, const QString& fieldName);
 
@@ -41,7 +41,7 @@ class clsFieldType {
 /// Reads the distinct values of one field on the shared connection, in ascending order, Null included.
 class clsFieldValues {
  public:
-    explicit clsFieldValues(ZPGGlobalDeclarations& state) : state(state) {}
+    explicit clsFieldValues(ZPGGlobalDeclarations& run) : state(run) {}
     /// What could be read until a failure, if there was one.
     QList<QVariant> colFieldValues(const QString& tableName, const QString& fieldName);
 

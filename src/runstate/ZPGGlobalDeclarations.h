@@ -110,17 +110,23 @@ struct ZPGGlobalDeclarations {
     bool gClosingSilently = false;
     std::unique_ptr<clsBridge> oBridge;  ///< created on first use
 
-    /// The form of the showing in hand; never null (an unused one stands between two showings).
-    std::unique_ptr<FormState> Form;
+    /// The form of the showing in hand; never null (an unused one stands between two showings, and unload puts a fresh
+    /// one there). Widgets keep a pointer of their own, so that what they show lives as long as they do.
+    std::shared_ptr<FormState> Form;
     /// Goes up at every load and unload. Whoever let the user or the host in (a box, an event) compares it with what it
     /// was before, and does nothing more on a showing that is over.
     int Showing = 0;
     /// Makes the form that is open show this state at once; empty while there is none. Whoever makes the user wait in
     /// the middle of an operation (a statement that runs, an export) calls it through ShowFormNow.
     std::function<void()> ShowForm;
+    /// Opens the query file that gQueryName names, or asks for one. False when the wizard must close: the user was told
+    /// and gLoadError is set. QueryPath is not empty after a load. Empty where saved queries are not at hand.
+    std::function<bool(ZPGGlobalDeclarations&)> OpenSavedQuery;
 
     /// The shared connection, made when there is none.
     ado::Connection& SharedConnection();
+    /// The bridge to the control, made when there is none.
+    clsBridge& Bridge();
 };
 
 /// Makes rsHostValues: 24 text columns "0" to "23".

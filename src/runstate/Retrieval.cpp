@@ -1,0 +1,87 @@
+#include "runstate/Retrieval.h"
+
+namespace zephrin {
+
+namespace {
+
+/// Opens a connection like the shared one beside it, with the user and the time-outs of the run.
+std::unique_ptr<ado::Connection> OpenBeside(ZPGGlobalDeclarations& state) {
+    auto connection = std::make_unique<ado::Connection>(state.Providers);
+    connection->SetConnectionTimeout(state.gConnectionTimeout);
+    connection->SetCommandTimeout(state.gCommandTimeout);
+    connection->SetConnectionString(state.SharedConnection().ConnectionString());
+    connection->Open({}, state.gUserId, state.gPassword);
+    return connection;
+}
+
+/// The table without its delimiters, whatever they are.
+QString BareName(const QString& table) {
+    return table.size() > 2 ? table.mid(1, table.size() - 2) : QString();
+}
+
+/// Adds the fields of one table, in column order. Throws ado::Error when there are none.
+void AddFields(const ZPGGlobalDeclarations& state, ado::Connection& connection, const QString& table,
+               Collection& fields) {
+    const ado::RecordsetPtr columns = connection.OpenSchema(ado::Schema::Columns, table);
+    const qint64 count = columns->RecordCount();
+    if (count == 0) {
+        throw ado::Error(
+            5, QStringLiteral("The table '%1' has no columns, or the database does not have it any more.")
+                   .arg(table));
+    }
+    const int nameField = columns->FieldIndex(u"COLUMN_NAME");
+    const QString prefix = state.gDelimOpen + table + state.gDelimClose + u'.' + state.gDelimOpen;
+    for (qint64 row = 0; row < count; ++row)
+        fields.Add(prefix + columns->ValueAt(row, nameField).toString() + state.gDelimClose);
+}
+
+}  // namespace
+
+clsFieldRetrieval::clsFieldRetrieval(ZPGGlobalDeclarations& run) : state(run) {}
+
+clsFieldRetrieval::~clsFieldRetrieval() = default;
+
+Collection clsFieldRetrieval::FieldCollection(const Collection& tables) {
+    Collection fields;
+    try {
+        connection = OpenBeside(state);
+        for (const QString& table : tables) {
+            const QString name = BareName(table);
+            if (name.isEmpty()) return {};
+            AddFields(state, *connection, name, fields);
+        }
+        return fields;
+    } catch (const ado::Error& error) {
+        // The listener may end the wizard: nothing of this object is touched behind it.
+        const QString description = error.Description();
+        if (FieldCollectionError) FieldCollectionError(description);
+    }
+    return {};
+}
+
+ado::DataType clsFieldType::FieldType(const QString& tableName, const QString& fieldName) {
+    const std::unique_ptr<ado::Connection> connection = OpenBeside(state);
+    ado::Recordset recordset;
+    recordset.SetMaxRecords(1);
+    recordset.Open(QStringLiteral("SELECT ") + fieldName + QStringLiteral(" FROM ") + tableName, *connection);
+    return recordset.FieldAt(0).Type;
+}
+
+QList<QVariant> clsFieldValues::colFieldValues(const QString& tableName, const QString& fieldName) {
+    QList<QVariant> values;
+    try {
+        ado::Recordset recordset;
+        recordset.Open(QStringLiteral("SELECT DISTINCT ") + fieldName + QStringLiteral(" FROM ") + tableName +
+                           QStringLiteral(" ORDER BY ") + fieldName + QStringLiteral(" ASC"),
+                       state.SharedConnection());
+        const qint64 count = recordset.RecordCount();
+        values.reserve(count);
+        for (qint64 row = 0; row < count; ++row) values.append(recordset.ValueAt(row, 0));
+    } catch (const ado::Error&) {
+        // A look-up that fails offers no values; the user types one instead.
+        values.clear();
+    }
+    return values;
+}
+
+}  // namespace zephrin
