@@ -15,6 +15,10 @@ void FieldToClicked(ZPGGlobalDeclarations& state);
 /// look-up is shown to the user and takes the wizard back to the table tab.
 void LoadFieldCollections(ZPGGlobalDeclarations& state);
 
+/// What a failed look-up of fields leads to: `description` in a box, back to the table tab, nothing chosen and no FROM.
+/// Nothing at all where tables can't be selected. The wizard may be over afterwards.
+void FieldLookupFailed(ZPGGlobalDeclarations& state, const QString& description);
+
 /// colSelFields becomes the items of lstZPQFieldTo.
 void BuildSelFields(ZPGGlobalDeclarations& state);
 
