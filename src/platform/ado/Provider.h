@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -51,6 +52,16 @@ class Session {
     virtual bool IsAlive() const { return true; }
 };
 
+/// What this machine has to connect through, for a person who has to choose.
+struct InstalledSources {
+    struct DataSource {
+        QString Name;
+        QString Driver;
+    };
+    QStringList Drivers;
+    QList<DataSource> DataSources;
+};
+
 /// A way to reach databases. Stateless: sessions hold everything.
 class Provider {
  public:
@@ -59,6 +70,8 @@ class Provider {
     virtual bool Accepts(const QString& connectionString) const = 0;
     /// Opens a session or throws ado::Error.
     virtual std::unique_ptr<Session> Open(const OpenRequest& request) const = 0;
+    /// The drivers and data sources that this provider could open now; none where it needs neither.
+    virtual InstalledSources Installed() const { return {}; }
 };
 
 using ProviderSet = std::vector<std::shared_ptr<const Provider>>;
