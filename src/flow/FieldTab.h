@@ -10,6 +10,13 @@ void MoveFieldLeft(ZPGGlobalDeclarations& state);
 void MoveAllFieldsLeft(ZPGGlobalDeclarations& state);
 void FieldFromClicked(ZPGGlobalDeclarations& state);
 void FieldToClicked(ZPGGlobalDeclarations& state);
+// Double-clicks move like the buttons, but are dead while the selection of tables is ahead of the fields.
+inline void FieldFromDoubleClicked(ZPGGlobalDeclarations& state) {
+    if (!state.Form->TablesChanged) MoveFieldRight(state);
+}
+inline void FieldToDoubleClicked(ZPGGlobalDeclarations& state) {
+    if (!state.Form->TablesChanged) MoveFieldLeft(state);
+}
 
 /// Rebuilds colTables (where tables may be selected), colFields, colSelFields and every list made of them. A failed
 /// look-up is shown to the user and takes the wizard back to the table tab.
