@@ -1,8 +1,7 @@
 #include "resources/StringTable.h"
+#include "resources/StringTexts.h"
 
 #include <gtest/gtest.h>
-
-#include "resources/StringTexts.h"
 
 using namespace zephrin::resources;
 
@@ -13,7 +12,8 @@ struct Named {
     const char* Text;
 };
 
-// Texts that are put together with others: their blanks, quotes and missing full stops are a part of the result.
+// Texts that are put together with others: their blanks, quotes and missing full stops are a part of the
+// result.
 TEST(StringTable, PiecesKeepTheirEdges) {
     const Named table[] = {
         {153, "2: All records from left table and only those records from the right Table that match"},
