@@ -1,0 +1,158 @@
+#include "platform/ado/providers/sqlite/SqliteSession.h"
+
+#include "platform/ado/providers/sqlite/EngineFailures.h"
+#include "platform/ado/providers/sqlite/SqliteCursor.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace zephrin::ado::providers::sqlite {
+
+namespace {
+
+// One question for all tables, whatever their number. Tables that the engine keeps for itself are system
+// tables.
+constexpr const char* TablesQuery =
+    "SELECT NULL, NULL, name, CASE WHEN name LIKE 'sqlite!_%' ESCAPE '!' THEN 'SYSTEM TABLE'"
+    " WHEN type = 'view' THEN 'VIEW' ELSE 'TABLE' END"
+    " FROM sqlite_master WHERE type IN ('table', 'view') ORDER BY name COLLATE NOCASE";
+
+constexpr const char* ColumnsQuery =
+    "SELECT ?1, name, cid + 1, zx_type_code(type), zx_type_size(type), CASE WHEN \"notnull\" THEN 0 ELSE -1 "
+    "END"
+    " FROM pragma_table_xinfo(?1, 'main') WHERE hidden <> 1 ORDER BY cid";
+
+DatabaseHandle OpenFile(const OpenOptions& options) {
+    const QFileInfo file(options.Path);
+    if (!file.exists()) throw ConnectFailure(QStringLiteral("Could not find file '%1'.").arg(options.Path));
+    if (file.isDir())
+        throw ConnectFailure(QStringLiteral("'%1' is a folder, not a database.").arg(options.Path));
+    // An absolute path: nothing in it is read as a URI or as a name of the engine's own.
+    const QByteArray path = file.absoluteFilePath().toUtf8();
+    const int mode = options.ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(path.constData(), &opened, mode | SQLITE_OPEN_NOMUTEX, nullptr);
+    DatabaseHandle database(opened);
+    if (code != SQLITE_OK)
+        throw ConnectFailure(QStringLiteral("Could not open file '%1'.").arg(options.Path));
+    // A text in double quotes is a name or an error, never silently a text.
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_extended_result_codes(opened, 1);
+    return database;
+}
+
+void TypeCode(sqlite3_context* context, int, sqlite3_value** arguments) {
+    const auto dialect = static_cast<Dialect>(reinterpret_cast<quintptr>(sqlite3_user_data(context)));
+    const QString declared = QString::fromUtf8(static_cast<const char*>(sqlite3_value_blob(arguments[0])),
+                                               sqlite3_value_bytes(arguments[0]));
+    const DataType type = TypeOfDeclaration(declared, dialect).Type;
+    sqlite3_result_int(context, int(type == DataType::Empty ? DataType::VarWChar : type));
+}
+
+void TypeSize(sqlite3_context* context, int, sqlite3_value** arguments) {
+    const auto dialect = static_cast<Dialect>(reinterpret_cast<quintptr>(sqlite3_user_data(context)));
+    const QString declared = QString::fromUtf8(static_cast<const char*>(sqlite3_value_blob(arguments[0])),
+                                               sqlite3_value_bytes(arguments[0]));
+    if (const int size = TypeOfDeclaration(declared, dialect).DefinedSize; size > 0)
+        sqlite3_result_int(context, size);
+}
+
+void RegisterSchemaFunctions(sqlite3* database, Dialect dialect) {
+    void* const data = reinterpret_cast<void*>(static_cast<quintptr>(dialect));
+    constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    sqlite3_create_function_v2(database, "zx_type_code", 1, flags, data, TypeCode, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(database, "zx_type_size", 1, flags, data, TypeSize, nullptr, nullptr, nullptr);
+}
+
+}  // namespace
+
+SqliteSession::SqliteSession(const OpenOptions& options, int timeout)
+    : dialect(options.Speaks), database(OpenFile(options)), catalog(database.get(), dialect) {
+    CheckDatabase(options.Path, timeout);
+    RegisterSchemaFunctions(database.get(), dialect);
+}
+
+/// The engine opens any file and looks into it only when asked; asking now makes a wrong file an error of the
+/// connect.
+void SqliteSession::CheckDatabase(const QString& path, int timeout) {
+    Deadline deadline(timeout);
+    const Deadline::Scope scope(database.get(), deadline);
+    const int code =
+        sqlite3_exec(database.get(), "SELECT 1 FROM main.sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK) return;
+    if ((code & 0xff) == SQLITE_NOTADB)
+        throw ConnectFailure(QStringLiteral("The file '%1' is not a database.").arg(path));
+    throw EngineFailure(database.get(), code, deadline);
+}
+
+std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const ExecuteOptions& options) {
+    Deadline deadline(options.CommandTimeout);
+    sqlite3* const connection = database.get();
+    const auto failure = [connection](int code, const Deadline& by) {
+        return EngineFailure(connection, code, by);
+    };
+    StatementHandle prepared;
+    QList<Field> fields;
+    {
+        const Deadline::Scope scope(connection, deadline);
+        catalog.Refresh();
+        const QByteArray sql = statement.toUtf8();
+        sqlite3_stmt* raw = nullptr;
+        const char* tail = nullptr;
+        const int code = sqlite3_prepare_v2(connection, sql.constData(), int(sql.size()), &raw, &tail);
+        prepared.reset(raw);
+        if (code != SQLITE_OK) throw failure(code, deadline);
+        if (!raw) throw Failure(FailureNumber::Statement, QStringLiteral("The statement is empty."));
+        if (!QByteArray(tail).trimmed().isEmpty())
+            throw Failure(FailureNumber::Statement,
+                          QStringLiteral("Only one statement can be run at a time."));
+        fields = EngineFields(raw, dialect);
+    }
+    return std::make_unique<SqliteCursor>(connection, std::move(prepared), std::move(fields), deadline,
+                                          failure);
+}
+
+std::unique_ptr<Cursor> SqliteSession::Tables() {
+    return RunSchemaQuery(TablesQuery, QString(),
+                          {{u"TABLE_CATALOG"_qs, DataType::VarWChar, 128},
+                           {u"TABLE_SCHEMA"_qs, DataType::VarWChar, 128},
+                           {u"TABLE_NAME"_qs, DataType::VarWChar, 255},
+                           {u"Table_Type"_qs, DataType::VarWChar, 128}});
+}
+
+std::unique_ptr<Cursor> SqliteSession::Columns(const QString& table) {
+    return RunSchemaQuery(ColumnsQuery, table,
+                          {{u"TABLE_NAME"_qs, DataType::VarWChar, 255},
+                           {u"COLUMN_NAME"_qs, DataType::VarWChar, 255},
+                           {u"ORDINAL_POSITION"_qs, DataType::Integer},
+                           {u"DATA_TYPE"_qs, DataType::Integer},
+                           {u"CHARACTER_MAXIMUM_LENGTH"_qs, DataType::Integer},
+                           {u"IS_NULLABLE"_qs, DataType::Boolean}});
+}
+
+std::unique_ptr<Cursor> SqliteSession::RunSchemaQuery(const char* sql, const QString& argument,
+                                                      QList<Field> fields) {
+    sqlite3* const connection = database.get();
+    const auto failure = [connection](int code, const Deadline& by) {
+        return EngineFailure(connection, code, by);
+    };
+    // Whoever changes the schema holds the lock for a moment only.
+    Deadline deadline(30);
+    StatementHandle prepared;
+    {
+        const Deadline::Scope scope(connection, deadline);
+        sqlite3_stmt* raw = nullptr;
+        const int code = sqlite3_prepare_v2(connection, sql, -1, &raw, nullptr);
+        prepared.reset(raw);
+        if (code != SQLITE_OK) throw failure(code, deadline);
+    }
+    if (sqlite3_bind_parameter_count(prepared.get()) > 0) {
+        const QByteArray name = argument.toUtf8();
+        sqlite3_bind_text(prepared.get(), 1, name.constData(), int(name.size()), SQLITE_TRANSIENT);
+    }
+    return std::make_unique<SqliteCursor>(connection, std::move(prepared), std::move(fields), deadline,
+                                          failure);
+}
+
+}  // namespace zephrin::ado::providers::sqlite

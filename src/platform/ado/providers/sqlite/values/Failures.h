@@ -1,0 +1,29 @@
+#pragma once
+
+#include <zephrin/ado/Error.h>
+
+#include <QString>
+
+namespace zephrin::ado::providers::sqlite {
+
+/// The provider's own error numbers: those that ADO users know from other providers for the same faults.
+namespace FailureNumber {
+inline constexpr int Statement = -2147217900;   ///< the text of the statement is wrong
+inline constexpr int NoTable = -2147217865;     ///< a table or view that is not there
+inline constexpr int NoColumn = -2147217904;    ///< a name that stands for nothing
+inline constexpr int Conversion = -2147217913;  ///< a value that does not convert
+inline constexpr int Overflow = -2147217833;    ///< a number out of range
+inline constexpr int Constraint = -2147217873;  ///< a row that breaks a rule of its table
+inline constexpr int ReadOnly = -2147217911;    ///< a write to what may only be read
+}  // namespace FailureNumber
+
+/// What the errors of this provider say who they come from.
+QString FailureSource();
+
+/// An error of this provider; `position` points into the statement, -1 for none.
+Error Failure(int number, const QString& description, qsizetype position = -1);
+
+/// Why a database could not be opened.
+Error ConnectFailure(const QString& description);
+
+}  // namespace zephrin::ado::providers::sqlite
