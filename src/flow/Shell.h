@@ -9,6 +9,10 @@ namespace zephrin {
 /// are connected by it (ConnectHandlers).
 bool LoadForm(ZPGGlobalDeclarations& state);
 
+/// What the form offers by the dialect of the connection: the join types, the button for views, the width of the run
+/// button. Part of form load; done anew when a query brought a connection of its own.
+void ArrangeForDialect(ZPGGlobalDeclarations& state);
+
 /// Switches to `tab` and runs what the tab left behind requires. Does nothing when it is the present one.
 void SelectTab(ZPGGlobalDeclarations& state, WizardTab tab);
 

@@ -89,8 +89,11 @@ enum class MousePointer { Default = 0, Hourglass = 11 };
 /// The wizard's form without its widgets: every control that a rule reads or sets, under its own name, and the values
 /// that the form keeps for itself. Operations change this; the widgets show it and report what the user does.
 ///
-/// One instance lives from form load to unload.
+/// One instance lives from form load to unload. A new one is as the form's design has it: the statement is shown, not
+/// the grid of criteria, and what needs a choice first is off.
 struct FormState {
+    FormState();
+
     // --- The frame ---------------------------------------------------------------------------------------------
     QString Caption;
     QString StatusText;
@@ -176,7 +179,8 @@ struct FormState {
     ButtonState cmdExcel{{false}};
     ButtonState cmdResAddSplit, cmdResDeleteSplit{{false}};
     int SortColumn = 0;
-    /// True after a run was done with ZPBShowQueryResults False on a form that is not modal: the form minimises itself.
+    /// Set by a run that was done with ZPBShowQueryResults False on a form that is not modal; the form minimises itself
+    /// and sets it back.
     bool Minimised = false;
 
     // --- Saved queries -----------------------------------------------------------------------------------------

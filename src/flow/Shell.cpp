@@ -1,0 +1,297 @@
+#include "flow/Shell.h"
+
+#include "flow/BuildTab.h"
+#include "flow/FieldTab.h"
+#include "flow/Handlers.h"
+#include "flow/JoinTab.h"
+#include "flow/TableTab.h"
+#include "runstate/Dialect.h"
+#include "sqlgen/FromClause.h"
+#include "sqlgen/OrderByClause.h"
+#include "sqlgen/SelectClause.h"
+#include "sqlgen/Statement.h"
+
+#include <utility>
+
+namespace zephrin {
+
+namespace {
+
+constexpr int runButtonBesideView = 855;
+constexpr int runButtonAlone = 1245;
+
+/// What a showing must not find of the one before.
+void StartAfresh(ZPGGlobalDeclarations& state) {
+    ++state.Showing;
+    state.colTables = state.OfferedTables;
+    state.CurrentSQL.clear();
+    state.CurrentCellText.clear();
+    state.CriteriaChanged = false;
+    state.EditCalcField.clear();
+    state.EditCalcAlias.clear();
+    state.EditCalcNew.clear();
+    state.EditCalcShow = 0;
+    state.CalcFieldCreated = false;
+    state.EditMode.clear();
+    state.ViewName.clear();
+}
+
+void ApplyOptions(ZPGGlobalDeclarations& state) {
+    FormState& form = *state.Form;
+    const RunOptions& options = state.Options;
+    form.cmdSaveQuery.Enabled = options.gAllowSaveDelete;
+    form.cmdDeleteQuery.Enabled = options.gAllowSaveDelete;
+    form.cmdResetSQL.Enabled = options.gAllowSQLReset;
+    form.fraExcel.Visible = options.gAllowExcelExport;
+    form.Caption = options.gRunTimeCaption;
+}
+
+void FillOperatorTokens(FormState& form) {
+    form.OperatorTokens = {
+        QStringLiteral("="),           QStringLiteral(">"),        QStringLiteral("<"),
+        QStringLiteral(">="),          QStringLiteral("<="),       QStringLiteral("<>"),
+        QStringLiteral("LIKE"),        QStringLiteral("NOT LIKE"), QStringLiteral("IS NULL"),
+        QStringLiteral("IS NOT NULL"), QStringLiteral("BETWEEN")};
+}
+
+/// Every showing opens on its first tab; the build-query tab is always there.
+void ShowFirstTab(ZPGGlobalDeclarations& state) {
+    TabState& tabs = state.Form->TabZPG;
+    const RunOptions& options = state.Options;
+    tabs.TabVisible = {options.gAllowTableSelection, options.gAllowJoinCreation, options.gAllowFieldSelection,
+                       true, options.gAllowShowResults};
+    tabs.Tab = 0;
+    while (!tabs.TabVisible[static_cast<std::size_t>(tabs.Tab)]) ++tabs.Tab;
+}
+
+void OfferTables(ZPGGlobalDeclarations& state) {
+    FormState& form = *state.Form;
+    form.lstZPQTableSelection.Items.AddItems(state.colTables.Items());
+    if (!state.colTables.IsEmpty()) form.cmdZPQTableRightAll.Enabled = true;
+}
+
+/// The host fixed the tables: their fields are loaded at once, and the statement is there from the beginning.
+void StartOnFixedTables(ZPGGlobalDeclarations& state) {
+    const int showing = state.Showing;
+    LoadFieldCollections(state);
+    if (state.Showing != showing) return;
+    ReconcileQueryLists(state);
+    BuildFromClause(state);
+    BuildSelectClause(state);
+    BuildOrderByClause(state);
+    AssembleStatement(state);
+    SetOptionControls(state, state.colTables.Count());
+    ApplySingleTableMode(state);
+}
+
+void StartOnTableTab(ZPGGlobalDeclarations& state) {
+    SetTabsForTables(state, false, {});
+    ApplySingleTableMode(state);
+}
+
+/// False when the wizard must close over it. A file dialog that was cancelled leaves an ordinary wizard.
+bool StartOnSavedQuery(ZPGGlobalDeclarations& state) {
+    const int showing = state.Showing;
+    if (state.OpenSavedQuery && !state.OpenSavedQuery(state)) return false;
+    if (state.Showing != showing) return false;
+    FormState& form = *state.Form;
+    if (form.QueryPath.isEmpty()) {
+        StartOnTableTab(state);
+        return true;
+    }
+    form.QueryPath.clear();
+    SetOptionControls(state, state.colTables.Count());
+    form.cmdRunQuery.Enabled = true;
+    if (form.lstZPQTableTo.Items.ListCount() > 1)
+        form.TabZPG.TabEnabled[static_cast<int>(WizardTab::Joins)] = true;
+    return true;
+}
+
+bool Start(ZPGGlobalDeclarations& state) {
+    if (state.gOpenQuery) return StartOnSavedQuery(state);
+    if (state.Options.gAllowTableSelection) {
+        StartOnTableTab(state);
+    } else {
+        StartOnFixedTables(state);
+    }
+    return true;
+}
+
+void TellLoadFailure(ZPGGlobalDeclarations& state, const QString& description) {
+    state.UserPrompts->MsgBox(QStringLiteral("Internal Error unable to load frmZPG\r\n") + description,
+                              BoxStyle::Critical, QStringLiteral("Internal Control Error"));
+}
+
+/// Rows of an earlier run say nothing about the query as it will be.
+void ClearResults(FormState& form) {
+    form.dgrQueryResults.DataSource.reset();
+    form.SortColumn = 0;
+    form.cmdAsc.Enabled = false;
+    form.cmdDesc.Enabled = false;
+    form.cmdExcel.Enabled = false;
+    form.txtSQLErrors.Text.clear();
+    form.txtSQLErrors.Colours.clear();
+    form.txtSQLErrors.ToolTipText.clear();
+}
+
+void DeleteAllRows(const ado::RecordsetPtr& rows) {
+    if (HasRows(rows)) rows->DeleteAll();
+}
+
+/// Brings everything that speaks of tables and fields in line with the tables that are chosen now.
+void TakeOverTables(ZPGGlobalDeclarations& state) {
+    const int showing = state.Showing;
+    FormState& form = *state.Form;
+    form.TablesChanged = false;
+    LoadFieldCollections(state);
+    if (state.Showing != showing || state.colFields.IsEmpty()) return;
+    if (state.colTables.IsEmpty()) {
+        state.FromClause.clear();
+    } else {
+        BuildFromClause(state);
+    }
+    if (form.lstZPQTableTo.Items.ListCount() == 0)
+        for (const ado::RecordsetPtr& rows : {state.rsWhere, state.rsGroupBy, state.rsOrderBy})
+            DeleteAllRows(rows);
+    ReconcileQueryLists(state);
+    BuildSelFields(state);
+    BuildSelectClause(state);
+    BuildOrderByClause(state);
+    AssembleStatement(state);
+    for (ControlState& option : form.optAndOr.Options) option.Enabled = !state.WhereClause.isEmpty();
+}
+
+void LeaveTableTab(ZPGGlobalDeclarations& state) {
+    ShowSqlView(state);
+    ClearResults(*state.Form);
+    if (state.Form->TablesChanged) TakeOverTables(state);
+}
+
+void LeaveJoinTab(ZPGGlobalDeclarations& state) {
+    ClearResults(*state.Form);
+    BuildSelFields(state);
+    BuildFromClause(state);
+    AssembleStatement(state);
+}
+
+void LeaveFieldTab(ZPGGlobalDeclarations& state) {
+    ClearResults(*state.Form);
+    BuildSelFields(state);
+    BuildFromClause(state);
+    BuildSelectClause(state);
+    BuildOrderByClause(state);
+    AssembleStatement(state);
+}
+
+void LeaveBuildTab(ZPGGlobalDeclarations& state) {
+    FormState& form = *state.Form;
+    form.lstOperands.Enabled = false;
+    for (ComboState* values : {&form.cmbAvailableValues1, &form.cmbAvailableValues2}) {
+        values->Enabled = false;
+        values->Items.Clear();
+        values->Text.clear();
+        values->ToolTipText.clear();
+    }
+    form.lstSelectedFields.Items.SetText({});
+    form.lstOperands.Items.SetText({});
+    // The lists' own click handlers have run by now and must not have the last word.
+    form.lstOperands.Enabled = false;
+    form.cmbAvailableValues1.Enabled = false;
+    form.cmbAvailableValues2.Enabled = false;
+    form.cmdFieldValues.Enabled = false;
+    form.cmdCommit.Enabled = false;
+}
+
+void LeaveTab(ZPGGlobalDeclarations& state, WizardTab tab) {
+    switch (tab) {
+        case WizardTab::Tables:
+            return LeaveTableTab(state);
+        case WizardTab::Joins:
+            return LeaveJoinTab(state);
+        case WizardTab::Fields:
+            return LeaveFieldTab(state);
+        case WizardTab::Build:
+            return LeaveBuildTab(state);
+        case WizardTab::Results:
+            return;
+    }
+}
+
+bool IsShown(const FormState& form, WizardTab tab) {
+    return form.TabZPG.Tab == static_cast<int>(tab);
+}
+
+}  // namespace
+
+bool LoadForm(ZPGGlobalDeclarations& state) {
+    StartAfresh(state);
+    ConnectHandlers(state);
+    const int showing = state.Showing;
+    try {
+        ArrangeForDialect(state);
+        ApplyOptions(state);
+        SetStatusText(state, QStringLiteral("Ready .."));
+        FillOperatorTokens(*state.Form);
+        ShowFirstTab(state);
+        OfferTables(state);
+        CreateWorkingRecordsets(state);
+        if (Start(state)) return true;
+    } catch (const ado::Error& error) {
+        if (state.Showing == showing) TellLoadFailure(state, error.Description());
+    }
+    if (state.Showing == showing) state.gClosingSilently = true;
+    return false;
+}
+
+void ArrangeForDialect(ZPGGlobalDeclarations& state) {
+    FormState& form = *state.Form;
+    const bool server = IsServerDialect(state.gDatabaseType);
+    const bool offersViews = server && state.Options.gAllowCreateView;
+    form.cmdCreateView.Visible = offersViews;
+    form.cmdRunQueryWidth = offersViews ? runButtonBesideView : runButtonAlone;
+    form.cmbJoinType.Items.Clear();
+    form.cmbJoinType.Items.AddItems({QStringLiteral("="), QStringLiteral(">=")});
+    if (server) form.cmbJoinType.Items.AddItem(QStringLiteral("<>"));
+    form.cmbJoinType.Text = QStringLiteral("=");
+}
+
+void SelectTab(ZPGGlobalDeclarations& state, WizardTab tab) {
+    const int showing = state.Showing;
+    TabState& tabs = state.Form->TabZPG;
+    if (tabs.Tab == static_cast<int>(tab)) return;
+    const auto left = static_cast<WizardTab>(tabs.Tab);
+    tabs.Tab = static_cast<int>(tab);
+    state.Form->Pointer = MousePointer::Hourglass;
+    LeaveTab(state, left);
+    if (state.Showing != showing) return;
+    // A lock never survives a change of tab.
+    UnlockJoinTables(state, IsShown(*state.Form, WizardTab::Joins));
+    if (state.Options.gAllowTableSelection)
+        SetOptionControls(state, state.Form->lstZPQTableTo.Items.ListCount());
+    state.Form->Pointer = MousePointer::Default;
+}
+
+CloseAnswer QueryUnload(ZPGGlobalDeclarations& state) {
+    if (state.gClosingSilently || !state.Options.gAllowSaveDelete) {
+        state.gClosingSilently = false;
+        return CloseAnswer::Close;
+    }
+    const int showing = state.Showing;
+    const QString caption = state.Form->Caption;
+    const BoxAnswer answer = state.UserPrompts->MsgBox(
+        ResString(state, 211) + u' ' + caption + QStringLiteral(".\r\n") + ResString(state, 212),
+        BoxStyle::YesNoCancel + BoxStyle::Information, caption);
+    if (state.Showing != showing || answer == BoxAnswer::Cancel) return CloseAnswer::Stay;
+    return answer == BoxAnswer::Yes ? CloseAnswer::SaveThenClose : CloseAnswer::Close;
+}
+
+QString UnloadForm(ZPGGlobalDeclarations& state) {
+    ++state.Showing;
+    ReleaseWorkingRecordsets(state);
+    state.Form = std::make_shared<FormState>();
+    state.colTables = state.OfferedTables;
+    state.gClosingSilently = false;
+    return std::exchange(state.gLoadError, {});
+}
+
+}  // namespace zephrin
