@@ -8,11 +8,11 @@
 
 namespace zephrin {
 
-/// The wizard's form: widgets that show the state and report what the user does. It decides nothing: a handler reads its
-/// controls, calls an operation of flow/ or output/, and shows the state.
+/// The wizard's form: widgets that show the state and report what the user does. It decides nothing: a
+/// handler reads its controls, calls an operation of flow/ or output/, and shows the state.
 ///
-/// At most one is open in an application, whichever control showed it; it is found among the top-level widgets by its
-/// object name "frmZPG" while it is loaded.
+/// At most one is open in an application, whichever control showed it; it is found among the top-level
+/// widgets by its object name "frmZPG" while it is loaded.
 class frmZPG : public QWidget {
     Q_OBJECT
  public:
@@ -28,15 +28,21 @@ class frmZPG : public QWidget {
     void ShowModal();
     /// Closes without a question, as the end of the control does. Unloaded is not emitted.
     void UnloadSilently();
-    /// Deletes the form as soon as none of its handlers is on the stack: at once, or when the outermost one returns.
-    /// What the owner of a form calls, whether it was unloaded or not; the event loop plays no part in it.
+    /// Deletes the form as soon as none of its handlers is on the stack: at once, or by the event loop when
+    /// the outermost one has returned. What the owner of a form calls, whether it was unloaded or not.
     void DeleteWhenIdle();
 
  Q_SIGNALS:
-    /// The form was unloaded, whichever way: everything is released and it counts as an open form no longer. Emitted
-    /// exactly once a showing, with the text of a failed query load or "". The receiver deletes the form with
-    /// DeleteWhenIdle.
+    /// The form was unloaded, whichever way: everything is released and it counts as an open form no longer.
+    /// Emitted exactly once a showing, with the text of a failed query load or "". The receiver deletes the
+    /// form with DeleteWhenIdle.
     void Unloaded(const QString& loadError);
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
  private:
     class Private;

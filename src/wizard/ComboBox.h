@@ -1,0 +1,32 @@
+#pragma once
+
+#include "runstate/ListState.h"
+
+#include <QComboBox>
+
+namespace zephrin {
+
+/// A drop-down over a ListState whose text may be typed. It neither completes nor stores what is typed, and
+/// it selects nothing by itself: index and text are what ShowSelection was told.
+class ComboBox : public QComboBox {
+    Q_OBJECT
+ public:
+    explicit ComboBox(const QString& name, QWidget* parent = nullptr);
+
+    void SetItems(ListState* items);
+    void ShowSelection(int index, const QString& text);
+    /// Drops the list down when the text is clicked, for a box whose text can't be chosen by typing.
+    void SetPickOnly();
+
+ Q_SIGNALS:
+    /// The user picked an item of the list, also the one that was chosen already.
+    void Picked(int index);
+    void Typed(const QString& text);
+    /// Enter was pressed in the text.
+    void Entered();
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+}  // namespace zephrin

@@ -1,0 +1,146 @@
+#include "wizard/JoinTabPage.h"
+
+#include "flow/JoinTab.h"
+#include "platform/controls/DataGrid.h"
+#include "wizard/Build.h"
+#include "wizard/ComboBox.h"
+#include "wizard/Icons.h"
+#include "wizard/ListBox.h"
+#include "wizard/Look.h"
+#include "wizard/ShowControl.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace zephrin {
+
+namespace {
+
+/// Twips, in the order of the columns of rsJoins.
+constexpr int gridColumns[] = {1500, 1550, 1500, 1800, 1000, 1800};
+
+QString Element(const QString& name, int index) {
+    return QStringLiteral("%1_%2").arg(name).arg(index);
+}
+
+}  // namespace
+
+JoinTabPage::JoinTabPage(WizardHost& wizardHost) : WizardPage(wizardHost, QStringLiteral("tabJoins")) {
+    QGroupBox* fraJoins = MakeFrame(QStringLiteral("fraJoins"), 104);
+    auto* pair = new QGridLayout(fraJoins);
+    pair->addWidget(MakeSide(0), 0, 0);
+    pair->addWidget(MakeMiddle(), 0, 1);
+    pair->addWidget(MakeSide(1), 0, 2);
+    pair->setColumnStretch(0, 1);
+    pair->setColumnStretch(2, 1);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(fraJoins, 3);
+    layout->addWidget(MakeGrid(), 2);
+
+    QWidget* order[] = {cmbJoinTables[0], cmbJoinTables[1], cmdlockTables, lstJoinFields[0], lstJoinFields[1],
+                        cmbJoinType,      cmdAddJoin,       dgrJoins,      cmdResetJoins};
+    for (int i = 1; i < static_cast<int>(std::size(order)); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+QWidget* JoinTabPage::MakeSide(int index) {
+    const bool from = index == 0;
+    auto* side = new QWidget;
+    auto* layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    cmbJoinTables[index] = new ComboBox(Element(QStringLiteral("cmbJoinTables"), index));
+    cmbJoinTables[index]->SetPickOnly();
+    lblJoinTable[index] =
+        MakeLabel(from ? QStringLiteral("lblJoinTableFrom") : QStringLiteral("lblJoinTableTo"),
+                  from ? 105 : 106, cmbJoinTables[index]);
+    lstJoinFields[index] = new ListBox(Element(QStringLiteral("lstJoinFields"), index));
+    layout->addWidget(lblJoinTable[index]);
+    layout->addWidget(cmbJoinTables[index]);
+    layout->addWidget(MakeLabel(from ? QStringLiteral("lblJoinFieldFrom") : QStringLiteral("lblJoinFieldTo"),
+                                from ? 107 : 108, lstJoinFields[index]));
+    layout->addWidget(lstJoinFields[index], 1);
+    return side;
+}
+
+QWidget* JoinTabPage::MakeMiddle() {
+    auto* middle = new QWidget;
+    auto* layout = new QVBoxLayout(middle);
+    layout->setContentsMargins(0, 0, 0, 0);
+    cmdlockTables =
+        MakeIconButton(QStringLiteral("cmdlockTables"), QStringLiteral("unlock"), tr("Lock Tables"));
+    cmbJoinType = new ComboBox(QStringLiteral("cmbJoinType"));
+    cmbJoinType->SetPickOnly();
+    cmbJoinType->setMinimumContentsLength(6);
+    cmdAddJoin = MakeButton(QStringLiteral("cmdAddJoin"), 113, QStringLiteral("add"));
+    auto* type = new QHBoxLayout;
+    type->addWidget(MakeLabel(QStringLiteral("lblJoinType"), 112, cmbJoinType), 1);
+    auto* question = MakeLabel(QStringLiteral("lblQuestionMark"), 0);
+    question->setText(QStringLiteral("?"));
+    question->setToolTip(
+        tr("=  only rows that match\n>=  all rows of the left table\n<>  all rows of both tables"));
+    type->addWidget(question);
+    layout->addWidget(cmdlockTables);
+    layout->addStretch(1);
+    layout->addLayout(type);
+    layout->addWidget(cmbJoinType);
+    layout->addWidget(cmdAddJoin);
+    layout->addStretch(2);
+    return middle;
+}
+
+QWidget* JoinTabPage::MakeGrid() {
+    auto* lower = new QWidget;
+    auto* layout = new QVBoxLayout(lower);
+    layout->setContentsMargins(0, 0, 0, 0);
+    dgrJoins = new controls::DataGrid;
+    dgrJoins->setObjectName(QStringLiteral("dgrJoins"));
+    dgrJoins->SetAllowUpdate(false);
+    cmdResetJoins = MakeButton(QStringLiteral("cmdResetJoins"), 114, QStringLiteral("delete"));
+    auto* foot = new QHBoxLayout;
+    foot->addStretch();
+    foot->addWidget(cmdResetJoins);
+    layout->addWidget(MakeLabel(QStringLiteral("lblJoins"), 115, dgrJoins));
+    layout->addWidget(dgrJoins, 1);
+    layout->addLayout(foot);
+
+    lstJoinCompare = new ListBox(QStringLiteral("lstJoinCompare"), lower);
+    lstJoinCompare->setAccessibleName(tr("Comparison"));
+    lstJoinCompare->hide();
+    lstJoinCompare->installEventFilter(this);
+    return lower;
+}
+
+bool JoinTabPage::eventFilter(QObject* watched, QEvent* event) {
+    return WizardPage::eventFilter(watched, event);
+}
+
+void JoinTabPage::ShowLock(const ButtonState& lock) {
+    ShowControl(cmdlockTables, lock);
+    const bool locked = lock.Tag == QLatin1StringView("1");
+    if (cmdlockTables->property("Tag").toString() == lock.Tag) return;
+    cmdlockTables->setProperty("Tag", lock.Tag);
+    cmdlockTables->setAccessibleName(locked ? tr("Unlock Tables") : tr("Lock Tables"));
+    SetDesignToolTip(cmdlockTables, cmdlockTables->accessibleName());
+    SetFace(cmdlockTables, locked ? QStringLiteral("lock") : QStringLiteral("unlock"));
+}
+
+void JoinTabPage::ShowState(FormState& form) {
+    ShowLabel(lblJoinTable[0], form.lblJoinTableFrom);
+    ShowLabel(lblJoinTable[1], form.lblJoinTableTo);
+    ShowLock(form.cmdlockTables);
+    ShowControl(cmdAddJoin, form.cmdAddJoin);
+    ShowControl(cmdResetJoins, form.cmdResetJoins);
+    for (int i = 0; i < 2; ++i) {
+        ShowCombo(cmbJoinTables[i], form.cmbJoinTables[i]);
+        ShowList(lstJoinFields[i], form.lstJoinFields[i]);
+    }
+    ShowCombo(cmbJoinType, form.cmbJoinType);
+    ShowGrid(dgrJoins, form.dgrJoins);
+    for (int column = 0; column < static_cast<int>(std::size(gridColumns)); ++column)
+        dgrJoins->SetColumnWidth(column, TwipsToPixels(gridColumns[column]));
+}
+
+}  // namespace zephrin

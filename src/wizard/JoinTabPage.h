@@ -1,0 +1,47 @@
+#pragma once
+
+#include "wizard/WizardPage.h"
+
+#include <array>
+
+class QGroupBox;
+class QLabel;
+class QPushButton;
+
+namespace zephrin {
+
+class ComboBox;
+class ListBox;
+
+namespace controls {
+class DataGrid;
+}
+
+/// "Build Joins": pick a pair of tables, lock it, pick a field of each, add the join; the joins stand in the
+/// grid.
+class JoinTabPage : public WizardPage {
+ public:
+    explicit JoinTabPage(WizardHost& wizardHost);
+    void ShowState(FormState& form) override;
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    QWidget* MakeSide(int index);
+    QWidget* MakeMiddle();
+    QWidget* MakeGrid();
+    void ShowLock(const ButtonState& lock);
+
+    std::array<QLabel*, 2> lblJoinTable{};
+    std::array<ComboBox*, 2> cmbJoinTables{};
+    std::array<ListBox*, 2> lstJoinFields{};
+    ComboBox* cmbJoinType = nullptr;
+    QPushButton* cmdlockTables = nullptr;
+    QPushButton* cmdAddJoin = nullptr;
+    QPushButton* cmdResetJoins = nullptr;
+    controls::DataGrid* dgrJoins = nullptr;
+    ListBox* lstJoinCompare = nullptr;
+};
+
+}  // namespace zephrin

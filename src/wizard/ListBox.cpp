@@ -1,0 +1,77 @@
+#include "wizard/ListBox.h"
+
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+
+namespace zephrin {
+
+ListBox::ListBox(const QString& name, QWidget* parent) : QListView(parent) {
+    setObjectName(name);
+    setUniformItemSizes(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setTextElideMode(Qt::ElideMiddle);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    connect(this, &QListView::doubleClicked, this, [this] { Q_EMIT DblClick(); });
+}
+
+void ListBox::SetItems(ListState* items) {
+    if (state == items && model() == items) return;
+    if (state) state->disconnect(this);
+    state = items;
+    // Connected before the view connects itself: the neighbour that the view selects while rows go is not a
+    // pick.
+    connect(items, &ListState::rowsAboutToBeRemoved, this, [this] { following = true; });
+    const QScopedValueRollback guard(following, true);
+    setModel(items);
+    connect(items, &ListState::ListIndexChanged, this, &ListBox::FollowState);
+    FollowState();
+}
+
+void ListBox::FollowState() {
+    following = true;
+    if (const int row = state ? state->ListIndex() : -1; row >= 0) {
+        setCurrentIndex(state->index(row));
+    } else if (selectionModel()) {
+        selectionModel()->clear();
+    }
+    following = false;
+}
+
+void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QListView::selectionChanged(selected, deselected);
+    if (following || !state) return;
+    const QModelIndexList rows = selectedIndexes();
+    if (rows.isEmpty()) {
+        // What is selected is not taken back by a click; only the state does that.
+        FollowState();
+        return;
+    }
+    reported = true;
+    Q_EMIT Picked(rows.first().row());
+}
+
+void ListBox::mousePressEvent(QMouseEvent* event) {
+    const QPointer<ListBox> alive(this);
+    reported = false;
+    QListView::mousePressEvent(event);
+    if (!alive || reported || event->button() != Qt::LeftButton) return;
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (index.isValid() && selectionModel()->isSelected(index)) Q_EMIT Picked(index.row());
+}
+
+void ListBox::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || event->modifiers() & ~Qt::KeypadModifier) {
+        QListView::keyPressEvent(event);
+    } else if (state && state->ListIndex() >= 0) {
+        Q_EMIT DblClick();
+    }
+}
+
+QSize ListBox::sizeHint() const {
+    const QFontMetrics metrics(font());
+    return {metrics.averageCharWidth() * 28, metrics.lineSpacing() * 8};
+}
+
+}  // namespace zephrin

@@ -1,0 +1,114 @@
+#include "wizard/Look.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPalette>
+#include <QPushButton>
+
+#include <algorithm>
+#include <utility>
+
+namespace zephrin {
+
+namespace {
+
+// System colours by their index, as far as the toolkit's palette has a role for them.
+constexpr std::pair<quint32, QPalette::ColorRole> systemColours[] = {
+    {1, QPalette::Window},      {4, QPalette::Button},       {5, QPalette::Base},
+    {6, QPalette::Dark},        {7, QPalette::ButtonText},   {8, QPalette::Text},
+    {12, QPalette::Mid},        {13, QPalette::Highlight},   {14, QPalette::HighlightedText},
+    {15, QPalette::Button},     {16, QPalette::Dark},        {17, QPalette::PlaceholderText},
+    {18, QPalette::ButtonText}, {20, QPalette::Light},       {21, QPalette::Shadow},
+    {22, QPalette::Midlight},   {23, QPalette::ToolTipText}, {24, QPalette::ToolTipBase},
+};
+
+QColor SystemColour(quint32 index, const QPalette& palette) {
+    const auto* found = std::find_if(std::begin(systemColours), std::end(systemColours),
+                                     [index](const auto& entry) { return entry.first == index; });
+    return palette.color(QPalette::Active,
+                         found == std::end(systemColours) ? QPalette::WindowText : found->second);
+}
+
+void Colour(QWidget* widget, const QColor& back, const QColor& fore) {
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::Window, back);
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
+        palette.setColor(role, fore);
+    widget->setPalette(palette);
+    widget->setAutoFillBackground(true);
+}
+
+bool KeepsItsLook(const QWidget* widget) {
+    const QString name = widget->objectName();
+    return name == QLatin1StringView("lblQuestionMark") || name == QLatin1StringView("lblJoinType") ||
+           name == QLatin1StringView("chkLockJoinTables");
+}
+
+/// Labels that the design names; the grid's and the toolkit's own have other names or none.
+bool IsFormLabel(const QLabel* label) {
+    return label->objectName().startsWith(QLatin1StringView("lbl")) ||
+           label->parentWidget()->objectName() == QLatin1StringView("fraTxt");
+}
+
+}  // namespace
+
+QColor OleColour(quint32 colour, const QPalette& palette) {
+    if (colour & 0x80000000U) return SystemColour(colour & 0xFFU, palette);
+    return QColor::fromRgb(static_cast<int>(colour & 0xFFU), static_cast<int>((colour >> 8) & 0xFFU),
+                           static_cast<int>((colour >> 16) & 0xFFU));
+}
+
+void ApplyLook(QWidget* form, const RunOptions& options, const QFont& font) {
+    const QColor back = OleColour(options.gLabelBackColor, form->palette());
+    const QColor fore = OleColour(options.gLabelForeColor, form->palette());
+    const auto labels = form->findChildren<QLabel*>();
+    for (QLabel* label : labels) {
+        if (!IsFormLabel(label) || KeepsItsLook(label)) continue;
+        Colour(label, back, fore);
+        label->setFont(font);
+        label->setMargin(4);
+    }
+    const auto boxes = form->findChildren<QCheckBox*>();
+    for (QCheckBox* box : boxes) {
+        if (KeepsItsLook(box)) continue;
+        Colour(box, back, fore);
+        box->setFont(font);
+    }
+    const auto buttons = form->findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) button->setFont(font);
+}
+
+void SetForeColour(QWidget* widget, const QColor& colour) {
+    QPalette palette = widget->palette();
+    if (palette.color(QPalette::Active, QPalette::WindowText) == colour) return;
+    palette.setColor(QPalette::WindowText, colour);
+    widget->setPalette(palette);
+}
+
+void SetCaption(QWidget* widget, const QString& text) {
+    QString shown = text;
+    if (auto* frame = qobject_cast<QGroupBox*>(widget)) {
+        shown.replace(u'&', QStringLiteral("&&"));
+        if (frame->title() != shown) frame->setTitle(shown);
+    } else if (auto* label = qobject_cast<QLabel*>(widget)) {
+        if (label->buddy()) shown.replace(u'&', QStringLiteral("&&"));
+        label->setTextFormat(Qt::PlainText);
+        if (label->text() != shown) label->setText(shown);
+    } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+        if (button->text() != shown) button->setText(shown);
+    }
+}
+
+void ApplyCaptions(QWidget* form, const ZPGGlobalDeclarations& state, int lastId) {
+    const auto widgets = form->findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        const bool takesCaption = qobject_cast<QLabel*>(widget) || qobject_cast<QGroupBox*>(widget) ||
+                                  qobject_cast<QPushButton*>(widget);
+        bool isNumber = false;
+        const int id = widget->property("Tag").toString().toInt(&isNumber);
+        if (takesCaption && isNumber && id >= 101 && id <= lastId) SetCaption(widget, ResString(state, id));
+    }
+}
+
+}  // namespace zephrin

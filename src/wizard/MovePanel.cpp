@@ -1,0 +1,45 @@
+#include "wizard/MovePanel.h"
+
+#include "wizard/Build.h"
+#include "wizard/ListBox.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace zephrin {
+
+MovePanel::MovePanel(const Names& names)
+    : From(new ListBox(names.From)),
+      To(new ListBox(names.To)),
+      Right(MakeIconButton(names.Buttons + QStringLiteral("Right"), QStringLiteral("arrow-right"),
+                           names.MoveRight)),
+      RightAll(MakeIconButton(names.Buttons + QStringLiteral("RightAll"), QStringLiteral("arrow-right-all"),
+                              names.MoveAllRight)),
+      Left(MakeIconButton(names.Buttons + QStringLiteral("Left"), QStringLiteral("arrow-left"),
+                          names.MoveLeft)),
+      LeftAll(MakeIconButton(names.Buttons + QStringLiteral("LeftAll"), QStringLiteral("arrow-left-all"),
+                             names.MoveAllLeft)) {
+    setObjectName(names.Frame);
+    setProperty("Tag", QString::number(names.FrameTag));
+
+    auto* grid = new QGridLayout(this);
+    grid->addWidget(MakeLabel(QStringLiteral("lbl") + names.From.mid(3), names.FromTag, From), 0, 0);
+    grid->addWidget(MakeLabel(QStringLiteral("lbl") + names.To.mid(3), names.ToTag, To), 0, 2);
+    // Added in the order in which the Tab key visits them.
+    grid->addWidget(From, 1, 0);
+    auto* buttons = new QVBoxLayout;
+    buttons->addStretch();
+    for (QPushButton* button : {Right, RightAll, Left, LeftAll}) buttons->addWidget(button);
+    buttons->addStretch();
+    grid->addLayout(buttons, 1, 1);
+    grid->addWidget(To, 1, 2);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(2, 1);
+    grid->setRowStretch(1, 1);
+    QWidget* order[] = {From, Right, RightAll, Left, LeftAll, To};
+    for (int i = 1; i < static_cast<int>(std::size(order)); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+}  // namespace zephrin

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QString>
+
+class QLabel;
+class QPushButton;
+
+namespace zephrin {
+
+class ListBox;
+
+/// Two lists side by side with the four buttons that move entries between them.
+class MovePanel : public QGroupBox {
+ public:
+    /// Design names of the controls and the resources of their captions.
+    struct Names {
+        QString Frame, From, To, Buttons;  ///< Buttons is the prefix, "cmdZPQTable"
+        int FrameTag, FromTag, ToTag;
+        QString MoveRight, MoveAllRight, MoveLeft, MoveAllLeft;  ///< what the buttons do, in words
+    };
+    explicit MovePanel(const Names& names);
+
+    ListBox* From;
+    ListBox* To;
+    QPushButton* Right;
+    QPushButton* RightAll;
+    QPushButton* Left;
+    QPushButton* LeftAll;
+};
+
+}  // namespace zephrin

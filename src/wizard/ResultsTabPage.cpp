@@ -1,0 +1,102 @@
+#include "wizard/ResultsTabPage.h"
+
+#include "output/RunQuery.h"
+#include "platform/controls/ColouredText.h"
+#include "platform/controls/DataGrid.h"
+#include "wizard/Build.h"
+#include "wizard/ShowControl.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace zephrin {
+
+ResultsTabPage::ResultsTabPage(WizardHost& wizardHost)
+    : WizardPage(wizardHost, QStringLiteral("tabResults")) {
+    txtSQLErrors = new controls::ColouredText;
+    txtSQLErrors->setObjectName(QStringLiteral("txtSQLErrors"));
+    txtSQLErrors->setReadOnly(true);
+    txtSQLErrors->setTabChangesFocus(true);
+    txtSQLErrors->setFixedHeight(txtSQLErrors->fontMetrics().lineSpacing() * 4);
+    dgrQueryResults = new controls::DataGrid;
+    dgrQueryResults->setObjectName(QStringLiteral("dgrQueryResults"));
+    dgrQueryResults->SetAllowUpdate(false);
+    lblTruncated = MakeLabel(QStringLiteral("lblTruncated"), 0, dgrQueryResults);
+    lblTruncated->hide();
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(MakeLabel(QStringLiteral("lblSQLErrors"), 135, txtSQLErrors));
+    layout->addWidget(txtSQLErrors);
+    layout->addWidget(MakeLabel(QStringLiteral("lblQueryResults"), 133, dgrQueryResults));
+    layout->addWidget(dgrQueryResults, 1);
+    layout->addWidget(lblTruncated);
+    layout->addWidget(MakeFoot());
+    ConnectControls();
+}
+
+QWidget* ResultsTabPage::MakeFoot() {
+    auto* foot = new QWidget;
+    QGroupBox* fraSort = MakeFrame(QStringLiteral("fraSort"), 134);
+    cmdAsc = MakeButton(QStringLiteral("cmdAsc"), 227, QStringLiteral("sort-asc"));
+    cmdDesc = MakeButton(QStringLiteral("cmdDesc"), 228, QStringLiteral("sort-desc"));
+    auto* sort = new QHBoxLayout(fraSort);
+    sort->addWidget(cmdAsc);
+    sort->addWidget(cmdDesc);
+    cmdResAddSplit = MakeButton(QStringLiteral("cmdResAddSplit"), 124, QStringLiteral("split"));
+    cmdResDeleteSplit = MakeButton(QStringLiteral("cmdResDeleteSplit"), 125, QStringLiteral("unsplit"));
+    fraExcel = MakeFrame(QStringLiteral("fraExcel"), 229);
+    cmdExcel = MakeButton(QStringLiteral("cmdExcel"), 229, QStringLiteral("excel"));
+    auto* excel = new QHBoxLayout(fraExcel);
+    excel->addWidget(cmdExcel);
+
+    auto* layout = new QHBoxLayout(foot);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(fraSort);
+    layout->addWidget(cmdResAddSplit, 0, Qt::AlignBottom);
+    layout->addWidget(cmdResDeleteSplit, 0, Qt::AlignBottom);
+    layout->addStretch();
+    layout->addWidget(fraExcel);
+    return foot;
+}
+
+void ResultsTabPage::ConnectControls() {
+    OnClick(cmdAsc, [](ZPGGlobalDeclarations& state) { SortResults(state, false); });
+    OnClick(cmdDesc, [](ZPGGlobalDeclarations& state) { SortResults(state, true); });
+    connect(dgrQueryResults, &controls::DataGrid::HeadClick, this, [this](int column) {
+        Host().Run([column](ZPGGlobalDeclarations& state) { state.Form->SortColumn = column; });
+    });
+    OnClick(cmdResAddSplit, [this](ZPGGlobalDeclarations& state) {
+        dgrQueryResults->AddSplit();
+        state.Form->cmdResDeleteSplit.Enabled = true;
+    });
+    OnClick(cmdResDeleteSplit, [this](ZPGGlobalDeclarations& state) {
+        dgrQueryResults->RemoveSplit();
+        state.Form->cmdResDeleteSplit.Enabled = dgrQueryResults->SplitCount() > 1;
+    });
+}
+
+void ResultsTabPage::ShowTruncation(const GridState& grid) {
+    const bool cut = grid.DataSource && grid.DataSource->Truncated();
+    if (cut) {
+        lblTruncated->setText(tr("Only the first %1 rows are shown: the host limits the number of rows.")
+                                  .arg(grid.DataSource->RecordCount()));
+    }
+    lblTruncated->setVisible(cut);
+}
+
+void ResultsTabPage::ShowState(FormState& form) {
+    ShowColouredText(txtSQLErrors, form.txtSQLErrors);
+    ShowGrid(dgrQueryResults, form.dgrQueryResults);
+    ShowTruncation(form.dgrQueryResults);
+    ShowControl(cmdAsc, form.cmdAsc);
+    ShowControl(cmdDesc, form.cmdDesc);
+    ShowControl(cmdResAddSplit, form.cmdResAddSplit);
+    ShowControl(cmdResDeleteSplit, form.cmdResDeleteSplit);
+    ShowControl(fraExcel, form.fraExcel);
+    ShowControl(cmdExcel, form.cmdExcel);
+}
+
+}  // namespace zephrin
