@@ -9,8 +9,8 @@ namespace zephrin {
 /// Joins the clauses into txtSQL, colours it, and says whether it can be run.
 void AssembleStatement(ZPGGlobalDeclarations& state);
 
-/// The colours of a statement, in the order in which they are painted; later spans paint over earlier ones. Positions
-/// count in `statement`, with CR LF as two characters.
+/// The colours of a statement, in the order in which they are painted; later spans paint over earlier ones.
+/// Positions count in `statement`, with CR LF as two characters.
 std::vector<ColourSpan> ColourStatement(const QString& statement);
 
 /// cmdRunQuery is enabled exactly when txtSQL holds text; line breaks alone are none.

@@ -1,0 +1,109 @@
+#include "sqlgen/WhereClause.h"
+
+#include "sqlgen/Blanks.h"
+#include "sqlgen/SelectClause.h"
+#include "sqlgen/TokenScan.h"
+#include "sqlgen/WorkingRows.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace zephrin {
+
+namespace {
+
+/// What the columns of the sheet stand for: the fields behind aliases, and which of them are aggregates.
+class ColumnNames {
+ public:
+    explicit ColumnNames(const ZPGGlobalDeclarations& state) {
+        for (const AliasRow& row : AliasRows(state)) {
+            last.insert(row.Alias, row.FieldName);
+            if (!first.contains(row.Alias)) first.insert(row.Alias, row.FieldName);
+        }
+        for (const GroupRow& row : GroupRows(state)) {
+            if (row.FieldAlias.isEmpty()) aggregates.insert(row.FieldName);
+            aggregates.insert(row.GroupBy);
+        }
+        for (const CalcRow& row : CalcRows(state))
+            if (IsAggregateExpression(row.CalcField)) aggregates.insert(row.CalcField);
+    }
+    /// The name that is written; of several rows of one alias the first counts.
+    QString Written(const QString& column) const { return first.value(column, column); }
+    /// What is looked up among groups and calculated fields; of several rows of one alias the last counts.
+    bool IsAggregate(const QString& column) const { return aggregates.contains(last.value(column, column)); }
+
+ private:
+    QHash<QString, QString> first, last;
+    QSet<QString> aggregates;
+};
+
+/// The cells of one row that hold text, as field index and text.
+struct Criterion {
+    int Field;
+    QString Text;
+    bool operator==(const Criterion&) const = default;
+};
+using CriteriaRow = std::vector<Criterion>;
+
+std::size_t HashOf(const CriteriaRow& row) {
+    std::size_t hash = 0;
+    for (const Criterion& cell : row) hash = qHashMulti(hash, cell.Field, cell.Text);
+    return hash;
+}
+
+/// The rows of the sheet cut down to `fields`, without those that hold nothing there, each different one
+/// once.
+std::vector<CriteriaRow> DifferentRows(const ado::Recordset& sheet, const std::vector<int>& fields) {
+    std::vector<CriteriaRow> rows;
+    QMultiHash<std::size_t, std::size_t> byHash;
+    for (qint64 at = 0; at < sheet.RecordCount(); ++at) {
+        CriteriaRow row;
+        for (const int field : fields) {
+            if (sheet.IsNullAt(at, field)) continue;
+            const QString text = sheet.TextAt(at, field);
+            if (!text.isEmpty()) row.push_back({field, text});
+        }
+        if (row.empty()) continue;
+        const std::size_t hash = HashOf(row);
+        const auto [from, to] = byHash.equal_range(hash);
+        if (std::any_of(from, to, [&](std::size_t known) { return rows[known] == row; })) continue;
+        byHash.insert(hash, rows.size());
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+/// Cells of a row are joined by AND and rows by OR, with no parenthesis around a row. Empty without any cell.
+QString CriteriaText(const ZPGGlobalDeclarations& state, const QString& word, bool aggregates) {
+    if (!HasRows(state.rsWhere)) return {};
+    const ado::Recordset& sheet = *state.rsWhere;
+    const ColumnNames names(state);
+    std::vector<int> fields;
+    for (int field = 0; field < sheet.FieldCount(); ++field)
+        if (names.IsAggregate(sheet.FieldAt(field).Name) == aggregates) fields.push_back(field);
+
+    QStringList alternatives;
+    for (const CriteriaRow& row : DifferentRows(sheet, fields)) {
+        QStringList cells;
+        for (const Criterion& cell : row) {
+            const QString name = names.Written(sheet.FieldAt(cell.Field).Name);
+            cells << u'(' + LeftTrimmed(NameOperators(cell.Text, name, state.Form->OperatorTokens)) + u')';
+        }
+        alternatives << cells.join(QStringLiteral(" AND "));
+    }
+    return alternatives.isEmpty() ? QString() : word + alternatives.join(QStringLiteral(" OR "));
+}
+
+}  // namespace
+
+void BuildWhereClause(ZPGGlobalDeclarations& state) {
+    state.WhereClause = CriteriaText(state, QStringLiteral("WHERE "), false);
+    ReturnToFirst(state.rsCalcFields);
+}
+
+void BuildHavingClause(ZPGGlobalDeclarations& state) {
+    state.HavingClause = CriteriaText(state, QStringLiteral("HAVING "), true);
+    ReturnToFirst(state.rsCalcFields);
+}
+
+}  // namespace zephrin
