@@ -120,8 +120,12 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
     /// Takes back a row that was begun with AddNew.
     void CancelUpdate();
     /// Removes the current row; the next row becomes the current one, or EOF behind the last. 3021 without a row.
+    ///
+    /// The MoveNext that follows directly arrives at that row instead of passing it, so that a walk which deletes the
+    /// current row and then moves on misses none; every other move counts from that row. A walk that moves on only where
+    /// it did not delete meets the row twice, which does no harm to a test.
     void Delete();
-    /// Removes all rows.
+    /// Removes all rows; does nothing without rows or while closed.
     void DeleteAll();
 
     // --- Any row, for views ------------------------------------------------------------------------------------

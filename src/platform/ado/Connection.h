@@ -16,8 +16,8 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// The string as it was set; Open doesn't add to it. Setting it (or a time-out that is negative: 3001) on an open
-    /// connection throws 3705.
+    /// The string as it was set; Open doesn't add to it. Setting it (or a time-out that is negative: 3001) on
+    /// an open connection throws 3705.
     void SetConnectionString(const QString& connectionString);
     const QString& ConnectionString() const { return request.ConnectionString; }
     /// Seconds; 0 waits for ever, a negative number throws 3001.
@@ -27,8 +27,8 @@ class Connection {
     void SetCommandTimeout(int seconds);
     int CommandTimeout() const { return request.CommandTimeout; }
 
-    /// Opens with ConnectionString(), or with `connectionString` where that is not empty. 3705 when open, 3706 when no
-    /// provider takes the string, else the provider's error.
+    /// Opens with ConnectionString(), or with `connectionString` where that is not empty. 3705 when open,
+    /// 3706 when no provider takes the string, else the provider's error.
     void Open(const QString& connectionString = {}, const QString& userId = {}, const QString& password = {},
               int options = -1);
     /// 3704 when closed.
@@ -46,11 +46,12 @@ class Connection {
     const ProviderSet& Providers() const { return providers; }
 
  private:
-    Session& Live();
+    const std::shared_ptr<Session>& Live();
 
     ProviderSet providers;
     OpenRequest request;
-    std::unique_ptr<Session> session;
+    /// Shared with the cursors that are still read.
+    std::shared_ptr<Session> session;
 };
 
 }  // namespace zephrin::ado
