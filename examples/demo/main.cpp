@@ -1,0 +1,39 @@
+#include "DemoWindow.h"
+#include "Palettes.h"
+#include "Player.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTimer>
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zephrin-demo"));
+    QApplication::setApplicationDisplayName(QObject::tr("Zephrin demo"));
+
+    QCommandLineParser arguments;
+    arguments.setApplicationDescription(QObject::tr("A host application with one Zephrin control."));
+    arguments.addHelpOption();
+    const QCommandLineOption play(QStringLiteral("play"),
+                                  QObject::tr("Play a query by itself, print it, and end."));
+    const QCommandLineOption pictures(QStringLiteral("pictures"),
+                                      QObject::tr("Folder for pictures of the play."),
+                                      QStringLiteral("folder"));
+    const QCommandLineOption dark(QStringLiteral("dark"), QObject::tr("Start in dark colours."));
+    arguments.addOptions({play, pictures, dark});
+    arguments.process(application);
+
+    const bool plays = arguments.isSet(play);
+    // A play looks the same on every desktop; a person keeps the desktop's own style.
+    if (plays || arguments.isSet(dark))
+        demo::UseColours(arguments.isSet(dark) ? demo::Colours::Dark : demo::Colours::Light);
+
+    demo::DemoWindow window;
+    window.show();
+    if (plays) {
+        QApplication::setQuitOnLastWindowClosed(false);
+        return demo::Player(window, arguments.value(pictures)).Run();
+    }
+    QTimer::singleShot(0, &window, &demo::DemoWindow::ConnectAndShow);
+    return QApplication::exec();
+}
