@@ -4,6 +4,13 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
+# Where a session has not set this folder, every Qt program chooses one by itself and warns about it.
+if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    export XDG_RUNTIME_DIR=$root/build/runtime
+    mkdir -p "$XDG_RUNTIME_DIR"
+    chmod 700 "$XDG_RUNTIME_DIR"
+fi
+
 # quietly LABEL COMMAND...
 #
 # Runs a step that speaks only when it takes long or fails: then its log's end is shown and the script ends with it.
