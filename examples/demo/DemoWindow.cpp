@@ -15,8 +15,6 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
-#include <memory>
-
 namespace demo {
 
 namespace {
@@ -143,31 +141,30 @@ QWidget* DemoWindow::MakeTableBox() {
     table = new QLineEdit(QStringLiteral("Reviews"));
     table->setObjectName(QStringLiteral("tableName"));
     table->setAccessibleName(tr("Table name"));
-    const auto collection = [this] {
-        return std::unique_ptr<zephrin::clsTableCollection>(control->ZPBTableCollection());
-    };
     auto* layout = new QHBoxLayout(box);
     layout->addWidget(table, 1);
     layout->addWidget(MakeButton(QStringLiteral("addTable"), tr("Add &table"), this,
-                                 [this, collection] { collection()->AddTable(table->text()); }));
+                                 [this] { control->ZPBTableCollection().AddTable(table->text()); }));
     layout->addWidget(MakeButton(QStringLiteral("removeTable"), tr("R&emove table"), this,
-                                 [this, collection] { collection()->RemoveTable(table->text()); }));
+                                 [this] { control->ZPBTableCollection().RemoveTable(table->text()); }));
     layout->addWidget(MakeButton(QStringLiteral("listTables"), tr("L&ist"), this, [this] { ShowTables(); }));
     return box;
 }
 
 void DemoWindow::ShowTables() {
-    const std::unique_ptr<zephrin::clsTableCollection> tables(control->ZPBTableCollection());
+    const zephrin::clsTableCollection tables = control->ZPBTableCollection();
     QStringList names;
-    for (int index = 1; index <= tables->CountTableCollection(); ++index)
-        names << tables->GetTableName(index);
+    for (int index = 1; index <= tables.CountTableCollection(); ++index) names << tables.GetTableName(index);
     log->Add(QStringLiteral("ZPBTableCollection"),
              {{QStringLiteral("CountTableCollection"), QString::number(names.size())},
               {QStringLiteral("GetTableName"), names.join(QStringLiteral(", "))}});
 }
 
 void DemoWindow::MakeConnection() {
-    control->ZPBMakeConnection(connection->text(), {}, {}, {}, {}, maxRecords->value(), false, {}, true);
+    using zephrin::Zephrin;
+    constexpr bool removeSystemTables = true;
+    control->ZPBMakeConnection(connection->text(), {}, {}, Zephrin::Omitted, Zephrin::Omitted,
+                               maxRecords->value(), false, {}, removeSystemTables);
 }
 
 void DemoWindow::ConnectAndShow() {
