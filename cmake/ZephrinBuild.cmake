@@ -57,7 +57,13 @@ function(zephrin_test name)
     add_executable(${name} ${sources})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_link_libraries(${name} PRIVATE zephrin_test_support ${ARG_LINKS})
-    # One variable only: a list does not survive the way to ctest. The rest stands in the test presets.
+    set(environment QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8)
+    if(ZEPHRIN_SANITIZE)
+        list(APPEND environment
+            ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1
+            UBSAN_OPTIONS=print_stacktrace=1
+            LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0)
+    endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 120 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "${environment}")
 endfunction()

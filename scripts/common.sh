@@ -11,9 +11,6 @@ if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
     chmod 700 "$XDG_RUNTIME_DIR"
 fi
 
-# The same holds for a locale in which texts have no UTF-8.
-[ "$(locale charmap 2>/dev/null)" = UTF-8 ] || export LC_ALL=C.UTF-8
-
 # quietly LABEL COMMAND...
 #
 # Runs a step that speaks only when it takes long or fails: then its log's end is shown and the script ends with it.

@@ -1,0 +1,91 @@
+#include "platform/ado/providers/odbc/Diagnostics.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zephrin::ado::odbc {
+
+namespace {
+
+/// A message may be longer than the buffer; then it is read again whole.
+QString ReadMessage(SQLSMALLINT kind, SQLHANDLE handle, SQLSMALLINT record, SQLSMALLINT units) {
+    QString text(units, QChar(0));
+    std::array<SQLWCHAR, 6> state{};
+    SQLINTEGER native = 0;
+    SQLSMALLINT length = 0;
+    SQLGetDiagRecW(kind, handle, record, state.data(), &native, reinterpret_cast<SQLWCHAR*>(text.data()),
+                   SQLSMALLINT(units), &length);
+    const qsizetype end = text.indexOf(QChar(0));
+    return end < 0 ? text : text.left(end);
+}
+
+int NumberOf(const Diagnostic& diagnostic) {
+    switch (diagnostic.Native) {
+        case 0:
+            return diagnostic.State.startsWith(QLatin1StringView("HYT")) ? ErrorNumber::TimeoutExpired
+                                                                         : ErrorNumber::ProviderFailed;
+        // A server's own number that happens to be one by which the caller knows the state of the connection
+        // object.
+        case ErrorNumber::ObjectClosed:
+        case ErrorNumber::ObjectOpen:
+        case ErrorNumber::InvalidConnection:
+            return ErrorNumber::ProviderFailed;
+        default:
+            return diagnostic.Native;
+    }
+}
+
+}  // namespace
+
+QList<Diagnostic> ReadDiagnostics(SQLSMALLINT kind, SQLHANDLE handle) {
+    QList<Diagnostic> found;
+    std::array<SQLWCHAR, 6> state{};
+    std::array<SQLWCHAR, 1024> message{};
+    SQLINTEGER native = 0;
+    SQLSMALLINT length = 0;
+    // A driver that repeats itself for ever is stopped.
+    for (SQLSMALLINT record = 1; record <= 50; ++record) {
+        if (!SQL_SUCCEEDED(SQLGetDiagRecW(kind, handle, record, state.data(), &native, message.data(),
+                                          SQLSMALLINT(message.size()), &length)))
+            break;
+        QString text = FromWide(message.data());
+        if (length >= SQLSMALLINT(message.size()) && length < 32000)
+            text = ReadMessage(kind, handle, record, SQLSMALLINT(length + 1));
+        found.append({FromWide(state.data(), 5), int(native), text.trimmed()});
+    }
+    return found;
+}
+
+Diagnostic Leading(const QList<Diagnostic>& diagnostics) {
+    const auto numbered = std::find_if(diagnostics.begin(), diagnostics.end(),
+                                       [](const Diagnostic& record) { return record.Native != 0; });
+    if (numbered != diagnostics.end()) return *numbered;
+    if (!diagnostics.isEmpty()) return diagnostics.front();
+    return {QStringLiteral("HY000"), 0, QStringLiteral("The driver failed without saying why.")};
+}
+
+bool MeansLostConnection(const QList<Diagnostic>& diagnostics) {
+    return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& record) {
+        return record.State.startsWith(QLatin1StringView("08")) || record.State == QLatin1StringView("HYT01");
+    });
+}
+
+Error ToError(const QList<Diagnostic>& diagnostics, Stage stage, const QString& driverName) {
+    const Diagnostic shown = Leading(diagnostics);
+    const bool lost = stage == Stage::Running && MeansLostConnection(diagnostics);
+    return Error(lost ? ErrorNumber::InvalidConnection : NumberOf(shown), shown.Message,
+                 driverName.isEmpty() ? QStringLiteral("ODBC") : driverName);
+}
+
+void FailStatement(const Statement& statement, const QString& driverName) {
+    const Error error =
+        ToError(ReadDiagnostics(SQL_HANDLE_STMT, statement.Handle()), Stage::Running, driverName);
+    // Some drivers tell of a dead connection only when asked.
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    SQLGetConnectAttr(statement.Connection().Handle(), SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER,
+                      nullptr);
+    if (dead == SQL_CD_TRUE) throw Error(ErrorNumber::InvalidConnection, error.Description(), error.Source());
+    throw error;
+}
+
+}  // namespace zephrin::ado::odbc

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/ado/providers/odbc/Handles.h"
+
+#include <zephrin/ado/Error.h>
+
+#include <QList>
+#include <QString>
+
+namespace zephrin::ado::odbc {
+
+/// One of the records in which ODBC tells what happened to a call.
+struct Diagnostic {
+    QString State;
+    int Native = 0;
+    QString Message;
+};
+
+QList<Diagnostic> ReadDiagnostics(SQLSMALLINT kind, SQLHANDLE handle);
+
+/// The record that a person should see: the first with a number of the server's own, else the first. Managers
+/// and drivers put records of their own around it, often the same one twice.
+Diagnostic Leading(const QList<Diagnostic>& diagnostics);
+
+/// Whether one of the records says that the connection itself is gone.
+bool MeansLostConnection(const QList<Diagnostic>& diagnostics);
+
+/// What failed decides how the error is numbered.
+enum class Stage {
+    Opening,  ///< always the driver's number
+    Running,  ///< a lost connection is ErrorNumber::InvalidConnection
+};
+
+/// The error of a failed call, in the driver's own words.
+Error ToError(const QList<Diagnostic>& diagnostics, Stage stage, const QString& driverName);
+
+/// Throws the error of a call that failed on `statement`.
+[[noreturn]] void FailStatement(const Statement& statement, const QString& driverName);
+
+}  // namespace zephrin::ado::odbc

@@ -1,0 +1,93 @@
+#include "platform/ado/providers/odbc/OdbcSession.h"
+
+#include "platform/ado/providers/odbc/Diagnostics.h"
+#include "platform/ado/providers/odbc/OdbcCursor.h"
+#include "platform/ado/providers/odbc/SchemaReader.h"
+
+#include <array>
+
+namespace zephrin::ado::odbc {
+
+namespace {
+
+/// Something that the driver says of itself; empty where it doesn't.
+QString Information(SQLHDBC connection, SQLUSMALLINT what) {
+    std::array<SQLWCHAR, 256> text{};
+    SQLSMALLINT bytes = 0;
+    if (!SQL_SUCCEEDED(SQLGetInfoW(connection, what, text.data(), SQLSMALLINT(sizeof text), &bytes)))
+        return {};
+    return FromWide(text.data());
+}
+
+DriverTraits ReadTraits(SQLHDBC connection, const QString& driverName) {
+    DriverTraits traits;
+    traits.DriverName = driverName.isEmpty() ? Information(connection, SQL_DRIVER_NAME) : driverName;
+    traits.PatternEscape = Information(connection, SQL_SEARCH_PATTERN_ESCAPE);
+    traits.LooseTypes =
+        Information(connection, SQL_DBMS_NAME).startsWith(QLatin1StringView("SQLite"), Qt::CaseInsensitive);
+    SQLGetInfo(connection, SQL_GETDATA_EXTENSIONS, &traits.GetDataExtensions, sizeof traits.GetDataExtensions,
+               nullptr);
+    return traits;
+}
+
+struct Connected {
+    std::shared_ptr<Link> Handle;
+    DriverTraits Traits;
+};
+
+/// Runs on the worker's thread.
+Connected Connect(const Target& target, int timeout) {
+    auto link = std::make_shared<Link>();
+    if (!link->Handle())
+        throw Error(ErrorNumber::ProviderFailed,
+                    QStringLiteral("The ODBC driver manager gives no connection."), QStringLiteral("ODBC"));
+    if (timeout > 0)
+        SQLSetConnectAttr(link->Handle(), SQL_ATTR_LOGIN_TIMEOUT, AsPointer(SQLULEN(timeout)), 0);
+    std::array<SQLWCHAR, 1024> completed{};
+    SQLSMALLINT length = 0;
+    const SQLRETURN outcome = SQLDriverConnectW(link->Handle(), nullptr, ToWide(target.ConnectionString),
+                                                SQLSMALLINT(target.ConnectionString.size()), completed.data(),
+                                                SQLSMALLINT(completed.size()), &length, SQL_DRIVER_NOPROMPT);
+    if (!SQL_SUCCEEDED(outcome))
+        throw ToError(ReadDiagnostics(SQL_HANDLE_DBC, link->Handle()), Stage::Opening, target.DriverName);
+    link->SetConnected();
+    DriverTraits traits = ReadTraits(link->Handle(), target.DriverName);
+    return {std::move(link), std::move(traits)};
+}
+
+std::shared_ptr<Channel> OpenChannel(const Target& target, int timeout) {
+    auto worker = std::make_unique<Worker>();
+    auto outcome = worker->Start([target, timeout] { return Connect(target, timeout); });
+    Deadline deadline = DeadlineAfter(timeout);
+    if (deadline) *deadline += std::chrono::milliseconds(500);
+    if (!IsReadyBy(outcome, deadline)) {
+        worker->Abandon();
+        throw Error(ErrorNumber::TimeoutExpired,
+                    QStringLiteral("The server did not answer within %1 seconds.").arg(timeout),
+                    target.DriverName.isEmpty() ? QStringLiteral("ODBC") : target.DriverName);
+    }
+    Connected connected = outcome.get();
+    return std::make_shared<Channel>(std::move(worker), std::move(connected.Handle),
+                                     std::move(connected.Traits));
+}
+
+}  // namespace
+
+OdbcSession::OdbcSession(const Target& target, const OpenRequest& request)
+    : channel(OpenChannel(target, request.ConnectionTimeout)), schemaTimeout(request.CommandTimeout) {}
+
+std::unique_ptr<Cursor> OdbcSession::Execute(const QString& statement, const ExecuteOptions& options) {
+    auto cursor = std::make_unique<OdbcCursor>(channel);
+    cursor->Execute(statement, options);
+    return cursor;
+}
+
+std::unique_ptr<Cursor> OdbcSession::Tables() {
+    return ReadTables(*channel, schemaTimeout);
+}
+
+std::unique_ptr<Cursor> OdbcSession::Columns(const QString& table) {
+    return ReadColumns(*channel, table, schemaTimeout);
+}
+
+}  // namespace zephrin::ado::odbc
