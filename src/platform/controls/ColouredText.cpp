@@ -67,11 +67,6 @@ void ColouredText::SetBold(bool bold) {
 
 void ColouredText::SetText(const QString& text, const std::vector<Span>& spans) {
     const QScopedValueRollback guard(setting, true);
-    if (text != Text()) {
-        const int scrolled = verticalScrollBar()->value();
-        setPlainText(text);
-        verticalScrollBar()->setValue(scrolled);
-    }
     runs.clear();
     const std::vector<QRgb> flat = Flatten(text.size(), spans);
     int position = 0;
@@ -85,7 +80,22 @@ void ColouredText::SetText(const QString& text, const std::vector<Span>& spans) 
         }
         if (IsBreakAt(text, at)) ++at;
     }
-    Paint(0, position);
+    if (text == Text()) {
+        Paint(0, position);
+        return;
+    }
+    // One edit, in which Follow paints: the document is laid out once, and its scroll bar does not come and
+    // go.
+    const int scrolled = verticalScrollBar()->value();
+    const int caret = textCursor().position();
+    document()->setUndoRedoEnabled(false);
+    QTextCursor all(document());
+    all.select(QTextCursor::Document);
+    all.insertText(text);
+    document()->setUndoRedoEnabled(true);
+    all.setPosition(std::min(caret, document()->characterCount() - 1));
+    setTextCursor(all);
+    verticalScrollBar()->setValue(scrolled);
 }
 
 QRgb ColouredText::ColourAt(int position) const {
@@ -101,7 +111,10 @@ QRgb ColouredText::ColourAt(int position) const {
 
 /// Moves the colours along with an edit; what is typed inside a stretch belongs to it.
 void ColouredText::Follow(int position, int removed, int added) {
-    if (setting) return;
+    if (setting) {
+        Paint(0, document()->characterCount());
+        return;
+    }
     const int end = position + removed;
     for (Run& run : runs) {
         if (run.Start >= end)
