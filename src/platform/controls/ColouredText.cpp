@@ -60,6 +60,7 @@ QString ColouredText::Text() const {
 }
 
 void ColouredText::SetBold(bool bold) {
+    if (font().bold() == bold) return;
     QFont changed = font();
     changed.setBold(bold);
     setFont(changed);

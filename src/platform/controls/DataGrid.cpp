@@ -1,0 +1,111 @@
+#include "platform/controls/DataGrid.h"
+
+#include "platform/controls/DataGridPrivate.h"
+
+#include <QTableView>
+
+namespace zephrin::controls {
+
+DataGrid::DataGrid(QWidget* parent) : QWidget(parent), d(std::make_unique<DataGridPrivate>(*this)) {
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+DataGrid::~DataGrid() = default;
+
+void DataGrid::SetDataSource(const ado::RecordsetPtr& recordset) {
+    d->SetDataSource(recordset);
+}
+
+const ado::RecordsetPtr& DataGrid::DataSource() const {
+    return d->model.Source();
+}
+
+void DataGrid::Rebind() {
+    d->SetDataSource(ado::RecordsetPtr(d->model.Source()));
+}
+
+void DataGrid::SetAllowUpdate(bool allow) {
+    d->model.SetAllowUpdate(allow);
+}
+
+void DataGrid::SetAllowAddNew(bool allow) {
+    d->model.SetAllowAddNew(allow);
+}
+
+void DataGrid::SetColumnButton(int column, bool show) {
+    d->SetButton(column, show);
+}
+
+void DataGrid::SetColumnWidth(int column, int width) {
+    d->SetColumnWidth(column, width);
+}
+
+void DataGrid::MarkColumn(int column) {
+    d->model.SetMarkedColumn(column);
+}
+
+int DataGrid::SplitCount() const {
+    return static_cast<int>(d->panes.size());
+}
+
+void DataGrid::AddSplit() {
+    d->AddPane();
+}
+
+void DataGrid::RemoveSplit() {
+    d->RemovePane();
+}
+
+int DataGrid::CurrentRow() const {
+    return d->Current().row();
+}
+
+int DataGrid::CurrentColumn() const {
+    return d->Current().column();
+}
+
+void DataGrid::SetCurrentCell(int row, int column) {
+    d->SetCurrent(row, column);
+}
+
+bool DataGrid::IsOnAddNewRow() const {
+    return d->model.IsAddNewRow(CurrentRow());
+}
+
+QRect DataGrid::CellRect(int row, int column) const {
+    const QModelIndex index = d->model.index(row, column);
+    const GridPane* pane = d->PaneThatShows(index);
+    if (!pane) return {};
+    const QRect rect = pane->visualRect(index);
+    return {pane->viewport()->mapTo(this, rect.topLeft()), rect.size()};
+}
+
+QRect DataGrid::ButtonRect(int row, int column) const {
+    const QModelIndex index = d->model.index(row, column);
+    const GridPane* pane = d->PaneThatShows(index);
+    if (!pane) return {};
+    const QRect rect = pane->ButtonRect(index);
+    return rect.isEmpty() ? QRect() : QRect(pane->viewport()->mapTo(this, rect.topLeft()), rect.size());
+}
+
+bool DataGrid::CommitEdit() {
+    return d->CommitEdit();
+}
+
+void DataGrid::CancelEdit() {
+    d->CancelEdit();
+}
+
+void DataGrid::SetNormalise(Normalise normalise) {
+    d->normalise = std::move(normalise);
+}
+
+QTableView* DataGrid::Pane(int index) const {
+    return index >= 0 && index < SplitCount() ? d->panes[static_cast<std::size_t>(index)] : nullptr;
+}
+
+void DataGrid::SetEmptyText(const QString& text) {
+    d->SetEmptyText(text);
+}
+
+}  // namespace zephrin::controls

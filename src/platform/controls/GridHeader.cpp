@@ -1,0 +1,26 @@
+#include "platform/controls/GridHeader.h"
+
+#include "platform/controls/RecordsetModel.h"
+
+#include <QPainter>
+
+namespace zephrin::controls {
+
+GridHeader::GridHeader(const RecordsetModel& model, QWidget* parent)
+    : QHeaderView(Qt::Horizontal, parent), records(model) {
+    setSectionsClickable(true);
+    setHighlightSections(false);
+    setTextElideMode(Qt::ElideRight);
+}
+
+void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
+    painter->save();
+    QHeaderView::paintSection(painter, rect, section);
+    painter->restore();
+    if (section != records.MarkedColumn()) return;
+    const int thickness = std::max(2, fontMetrics().height() / 6);
+    painter->fillRect(rect.left(), rect.bottom() + 1 - thickness, rect.width() - 1, thickness,
+                      palette().highlight());
+}
+
+}  // namespace zephrin::controls
