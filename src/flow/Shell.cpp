@@ -1,6 +1,7 @@
 #include "flow/Shell.h"
 
 #include "flow/BuildTab.h"
+#include "flow/Criteria.h"
 #include "flow/FieldTab.h"
 #include "flow/Handlers.h"
 #include "flow/JoinTab.h"
@@ -158,7 +159,7 @@ void TakeOverTables(ZPGGlobalDeclarations& state) {
     BuildSelectClause(state);
     BuildOrderByClause(state);
     AssembleStatement(state);
-    for (ControlState& option : form.optAndOr.Options) option.Enabled = !state.WhereClause.isEmpty();
+    EnableAndOr(form, !state.WhereClause.isEmpty());
 }
 
 void LeaveTableTab(ZPGGlobalDeclarations& state) {
@@ -185,21 +186,18 @@ void LeaveFieldTab(ZPGGlobalDeclarations& state) {
 
 void LeaveBuildTab(ZPGGlobalDeclarations& state) {
     FormState& form = *state.Form;
-    form.lstOperands.Enabled = false;
-    for (ComboState* values : {&form.cmbAvailableValues1, &form.cmbAvailableValues2}) {
-        values->Enabled = false;
-        values->Items.Clear();
-        values->Text.clear();
-        values->ToolTipText.clear();
-    }
     form.lstSelectedFields.Items.SetText({});
     form.lstOperands.Items.SetText({});
-    // The lists' own click handlers have run by now and must not have the last word.
-    form.lstOperands.Enabled = false;
-    form.cmbAvailableValues1.Enabled = false;
-    form.cmbAvailableValues2.Enabled = false;
-    form.cmdFieldValues.Enabled = false;
-    form.cmdCommit.Enabled = false;
+    form.cmbAvailableValues1.Items.Clear();
+    form.cmbAvailableValues2.Items.Clear();
+    for (const int box : {0, 1}) SetValueText(state, box, {});
+    // The handlers of what was emptied have run by now and must not have the last word.
+    for (ControlState* control :
+         {static_cast<ControlState*>(&form.lstOperands),
+          static_cast<ControlState*>(&form.cmbAvailableValues1),
+          static_cast<ControlState*>(&form.cmbAvailableValues2),
+          static_cast<ControlState*>(&form.cmdFieldValues), static_cast<ControlState*>(&form.cmdCommit)})
+        control->Enabled = false;
 }
 
 void LeaveTab(ZPGGlobalDeclarations& state, WizardTab tab) {
