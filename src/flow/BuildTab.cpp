@@ -2,7 +2,6 @@
 
 #include "flow/Criteria.h"
 #include "runstate/Dialect.h"
-#include "sqlgen/CriteriaOperators.h"
 #include "sqlgen/GroupByClause.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/Statement.h"
@@ -15,10 +14,30 @@ namespace zephrin {
 
 namespace {
 
+QStringList WhereOperators() {
+    return {QStringLiteral("="),
+            QStringLiteral("<>"),
+            QStringLiteral(">"),
+            QStringLiteral(">="),
+            QStringLiteral("<"),
+            QStringLiteral("<="),
+            QStringLiteral("between"),
+            QStringLiteral("like"),
+            QStringLiteral("not like"),
+            QStringLiteral("contains"),
+            QStringLiteral("does not contain"),
+            QStringLiteral("begins with"),
+            QStringLiteral("does not begin with"),
+            QStringLiteral("ends with"),
+            QStringLiteral("does not end with"),
+            QStringLiteral("is null"),
+            QStringLiteral("is not null")};
+}
+
 QStringList OperatorsOfMode(const ZPGGlobalDeclarations& state) {
     switch (state.Form->optQuery.Selected) {
         case 0:
-            return CriteriaOperatorList();
+            return WhereOperators();
         case 1:
             return GroupOperators(state.gDatabaseType);
         default:
@@ -95,7 +114,7 @@ void DropCriteriaAndOptions(ZPGGlobalDeclarations& state) {
     for (const ado::RecordsetPtr& rows :
          {state.rsAlias, state.rsWhere, state.rsGroupBy, state.rsOrderBy, state.rsCalcFields})
         DeleteAllRows(rows);
-    if (state.rsHaving && state.rsHaving->IsOpen()) state.rsHaving->Close();
+    if (state.rsHaving && state.rsHaving->State() == ado::ObjectState::Open) state.rsHaving->Close();
 }
 
 }  // namespace

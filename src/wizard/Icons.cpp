@@ -1,5 +1,7 @@
 #include "wizard/Icons.h"
 
+#include "resources/Icons.h"
+
 #include <QAbstractButton>
 #include <QFile>
 #include <QGuiApplication>
@@ -46,7 +48,7 @@ class LineIconEngine : public QIconEngine {
 }  // namespace
 
 QIcon LineIcon(const QString& name) {
-    QFile file(QStringLiteral(":/zephrin/icons/%1.svg").arg(name));
+    QFile file(resources::IconPath(name));
     if (!file.open(QIODevice::ReadOnly)) return {};
     return QIcon(new LineIconEngine(file.readAll()));
 }

@@ -31,11 +31,12 @@ QString Element(const QString& name, int index) {
 JoinTabPage::JoinTabPage(WizardHost& wizardHost) : WizardPage(wizardHost, QStringLiteral("tabJoins")) {
     QGroupBox* fraJoins = MakeFrame(QStringLiteral("fraJoins"), 104);
     auto* pair = new QGridLayout(fraJoins);
-    pair->addWidget(MakeSide(0), 0, 0);
-    pair->addWidget(MakeMiddle(), 0, 1);
-    pair->addWidget(MakeSide(1), 0, 2);
+    AddSide(pair, 0);
+    AddMiddle(pair);
+    AddSide(pair, 1);
     pair->setColumnStretch(0, 1);
     pair->setColumnStretch(2, 1);
+    pair->setRowStretch(3, 1);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(fraJoins, 3);
@@ -46,49 +47,45 @@ JoinTabPage::JoinTabPage(WizardHost& wizardHost) : WizardPage(wizardHost, QStrin
     for (int i = 1; i < static_cast<int>(std::size(order)); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
-QWidget* JoinTabPage::MakeSide(int index) {
+void JoinTabPage::AddSide(QGridLayout* pair, int index) {
     const bool from = index == 0;
-    auto* side = new QWidget;
-    auto* layout = new QVBoxLayout(side);
-    layout->setContentsMargins(0, 0, 0, 0);
+    const int column = from ? 0 : 2;
     cmbJoinTables[index] = new ComboBox(Element(QStringLiteral("cmbJoinTables"), index));
     cmbJoinTables[index]->SetPickOnly();
     lblJoinTable[index] =
         MakeLabel(from ? QStringLiteral("lblJoinTableFrom") : QStringLiteral("lblJoinTableTo"),
                   from ? 105 : 106, cmbJoinTables[index]);
     lstJoinFields[index] = new ListBox(Element(QStringLiteral("lstJoinFields"), index));
-    layout->addWidget(lblJoinTable[index]);
-    layout->addWidget(cmbJoinTables[index]);
-    layout->addWidget(MakeLabel(from ? QStringLiteral("lblJoinFieldFrom") : QStringLiteral("lblJoinFieldTo"),
-                                from ? 107 : 108, lstJoinFields[index]));
-    layout->addWidget(lstJoinFields[index], 1);
-    return side;
+    QLabel* lblJoinField =
+        MakeLabel(from ? QStringLiteral("lblJoinFieldFrom") : QStringLiteral("lblJoinFieldTo"),
+                  from ? 107 : 108, lstJoinFields[index]);
+    pair->addWidget(lblJoinTable[index], 0, column);
+    pair->addWidget(cmbJoinTables[index], 1, column);
+    pair->addWidget(lblJoinField, 2, column);
+    pair->addWidget(lstJoinFields[index], 3, column);
 }
 
-QWidget* JoinTabPage::MakeMiddle() {
-    auto* middle = new QWidget;
-    auto* layout = new QVBoxLayout(middle);
-    layout->setContentsMargins(0, 0, 0, 0);
+void JoinTabPage::AddMiddle(QGridLayout* pair) {
     cmdlockTables =
         MakeIconButton(QStringLiteral("cmdlockTables"), QStringLiteral("unlock"), tr("Lock Tables"));
     cmbJoinType = new ComboBox(QStringLiteral("cmbJoinType"));
     cmbJoinType->SetPickOnly();
     cmbJoinType->setMinimumContentsLength(6);
     cmdAddJoin = MakeButton(QStringLiteral("cmdAddJoin"), 113, QStringLiteral("add"));
-    auto* type = new QHBoxLayout;
-    type->addWidget(MakeLabel(QStringLiteral("lblJoinType"), 112, cmbJoinType), 1);
     auto* question = MakeLabel(QStringLiteral("lblQuestionMark"), 0);
     question->setText(QStringLiteral("?"));
     question->setToolTip(
         tr("=  only rows that match\n>=  all rows of the left table\n<>  all rows of both tables"));
-    type->addWidget(question);
-    layout->addWidget(cmdlockTables);
-    layout->addStretch(1);
-    layout->addLayout(type);
-    layout->addWidget(cmbJoinType);
-    layout->addWidget(cmdAddJoin);
-    layout->addStretch(2);
-    return middle;
+    auto* head = new QHBoxLayout;
+    head->addWidget(MakeLabel(QStringLiteral("lblJoinType"), 112, cmbJoinType), 1);
+    head->addWidget(question);
+    auto* type = new QVBoxLayout;
+    type->addLayout(head);
+    type->addWidget(cmbJoinType);
+    type->addWidget(cmdAddJoin);
+    type->addStretch();
+    pair->addWidget(cmdlockTables, 1, 1);
+    pair->addLayout(type, 3, 1);
 }
 
 QWidget* JoinTabPage::MakeGrid() {

@@ -4,6 +4,7 @@
 
 #include <array>
 
+class QGridLayout;
 class QGroupBox;
 class QLabel;
 class QPushButton;
@@ -28,8 +29,8 @@ class JoinTabPage : public WizardPage {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    QWidget* MakeSide(int index);
-    QWidget* MakeMiddle();
+    void AddSide(QGridLayout* pair, int index);
+    void AddMiddle(QGridLayout* pair);
     QWidget* MakeGrid();
     void ShowLock(const ButtonState& lock);
 

@@ -19,11 +19,12 @@ void ListBox::SetItems(ListState* items) {
     if (state == items && model() == items) return;
     if (state) state->disconnect(this);
     state = items;
-    // Connected before the view connects itself: the neighbour that the view selects while rows go is not a
-    // pick.
+    // Connected before the view connects itself: what the view selects while rows come and go is not a pick.
     connect(items, &ListState::rowsAboutToBeRemoved, this, [this] { following = true; });
+    connect(items, &ListState::rowsAboutToBeInserted, this, [this] { following = true; });
     const QScopedValueRollback guard(following, true);
     setModel(items);
+    connect(items, &ListState::rowsInserted, this, &ListBox::FollowState);
     connect(items, &ListState::ListIndexChanged, this, &ListBox::FollowState);
     FollowState();
 }

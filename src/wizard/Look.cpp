@@ -33,9 +33,9 @@ QColor SystemColour(quint32 index, const QPalette& palette) {
 void Colour(QWidget* widget, const QColor& back, const QColor& fore) {
     QPalette palette = widget->palette();
     palette.setColor(QPalette::Window, back);
-    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-        palette.setColor(role, fore);
+    palette.setColor(QPalette::WindowText, fore);
     widget->setPalette(palette);
+    widget->setBackgroundRole(QPalette::Window);
     widget->setAutoFillBackground(true);
 }
 

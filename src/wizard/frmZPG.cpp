@@ -1,6 +1,7 @@
 #include "wizard/frmZPG.h"
 
 #include "flow/Shell.h"
+#include "resources/Icons.h"
 #include "wizard/Build.h"
 #include "wizard/BuildTabPage.h"
 #include "wizard/FieldTabPage.h"
@@ -134,6 +135,7 @@ void frmZPG::Private::TabChosen(int index) {
 // ---------------------------------------------------------------------------------------------------
 
 void frmZPG::Private::BuildWidgets() {
+    resources::InitResources();
     TabZPG = new QTabWidget;
     TabZPG->setObjectName(QStringLiteral("TabZPG"));
     pages = {new TableTabPage(*this), new JoinTabPage(*this), new FieldTabPage(*this),

@@ -1,0 +1,113 @@
+#include "wizard/WizardRun.h"
+
+#include "platform/ado/providers/AllProviders.h"
+#include "platform/controls/ColouredText.h"
+#include "runstate/Dialect.h"
+#include "wizard/ListBox.h"
+
+#include <QApplication>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+
+namespace zephrin::test {
+
+WizardRun::WizardRun()
+    : state(std::make_shared<ZPGGlobalDeclarations>(ado::providers::AllProviders(), prompts)) {}
+
+WizardRun::~WizardRun() {
+    form.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "an hourglass stayed";
+}
+
+void WizardRun::Connect(const QString& dialect) {
+    const QString text = QStringLiteral("Provider=SQLite;Dialect=%1;Data Source=%2;Mode=Read")
+                             .arg(dialect, QStringLiteral(ZEPHRIN_SHOP_DB));
+    const ConnectionErrors errors = OpenDatabaseConnection(*state, text, 0, 0, {}, {});
+    ASSERT_TRUE(errors.IsEmpty()) << qPrintable(errors.Description());
+    const ado::RecordsetPtr& tables = state->rsSchemaTables;
+    for (qint64 row = 0; row < tables->RecordCount(); ++row) {
+        tables->SetAbsolutePosition(row + 1);
+        const QString type = tables->Text(u"TABLE_TYPE");
+        const QString name = state->gDelimOpen + tables->Text(u"TABLE_NAME") + state->gDelimClose;
+        if (type == QLatin1StringView("TABLE") || type == QLatin1StringView("VIEW"))
+            state->OfferedTables.Add(name, name);
+    }
+}
+
+void WizardRun::Show() {
+    form = std::make_unique<frmZPG>(state, QIcon(), QApplication::font());
+    QObject::connect(form.get(), &frmZPG::Unloaded, form.get(),
+                     [this](const QString& text) { unloads.append(text); });
+    ASSERT_TRUE(form->Load());
+    form->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(form.get()));
+}
+
+void WizardRun::Click(const char* name) const {
+    auto* button = Find<QAbstractButton>(name);
+    ASSERT_TRUE(button && button->isVisible()) << name;
+    // A radio button or a check box reacts on its mark and text only.
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
+}
+
+QPoint WizardRun::RowOf(ListBox* list, const QString& text) const {
+    const auto rows = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, text, 1,
+                                           Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (rows.isEmpty()) {
+        ADD_FAILURE() << "no row " << qPrintable(text) << " in " << qPrintable(list->objectName());
+        return {};
+    }
+    list->scrollTo(rows.first());
+    return list->visualRect(rows.first()).center();
+}
+
+void WizardRun::Pick(const char* name, const QString& text) const {
+    auto* list = Find<ListBox>(name);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, RowOf(list, text));
+}
+
+void WizardRun::DoubleClick(const char* name, const QString& text) const {
+    auto* list = Find<ListBox>(name);
+    const QPoint place = RowOf(list, text);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+}
+
+void WizardRun::ChooseTab(int tab) const {
+    QTabBar* bar = Find<QTabWidget>("TabZPG")->tabBar();
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab).center());
+}
+
+int WizardRun::CurrentTab() const {
+    return Find<QTabWidget>("TabZPG")->currentIndex();
+}
+
+QStringList WizardRun::Items(const char* name) const {
+    const QAbstractItemModel* model = Find<ListBox>(name)->model();
+    QStringList items;
+    for (int row = 0; row < model->rowCount(); ++row) items << model->index(row, 0).data().toString();
+    return items;
+}
+
+QString WizardRun::Statement() const {
+    return Find<controls::ColouredText>("txtSQL")->Text();
+}
+
+QString WizardRun::Tabs() const {
+    const auto* tabs = Find<QTabWidget>("TabZPG");
+    QString picture;
+    for (int i = 0; i < tabs->count(); ++i)
+        picture += !tabs->isTabVisible(i) ? u'-' : tabs->isTabEnabled(i) ? u'1' : u'0';
+    return picture;
+}
+
+void WizardRun::ChooseOneTable(const QString& table, const QStringList& fields) const {
+    DoubleClick("lstZPQTableSelection", table);
+    ChooseTab(2);
+    for (const QString& field : fields) DoubleClick("lstZPQFieldFrom", field);
+    ChooseTab(3);
+}
+
+}  // namespace zephrin::test
