@@ -92,6 +92,7 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
     bool Eof() const;
     /// Position of the current row from 1; -2 at BOF, -3 at EOF, -1 when closed or empty.
     qint64 AbsolutePosition() const;
+    /// Takes what AbsolutePosition tells, ends included; a position beyond an end stands behind it.
     void SetAbsolutePosition(qint64 position);
     /// Moving past an end stops behind it and never throws; on an empty or closed recordset nothing moves.
     /// A row begun with AddNew is committed by a move, as Update does.

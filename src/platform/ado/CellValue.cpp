@@ -28,6 +28,14 @@ QString FractionText(std::int64_t fraction, int digits) {
     return text;
 }
 
+/// Cut behind `maxChars` units, or before the pair that this would cut in two.
+QString Shortened(QString text, qsizetype maxChars) {
+    if (text.size() <= maxChars) return text;
+    if (maxChars <= 0) return {};
+    text.truncate(text.at(maxChars - 1).isHighSurrogate() ? maxChars - 1 : maxChars);
+    return text;
+}
+
 template <class Number>
 QString ShortestText(Number value) {
     char buffer[64];
@@ -114,10 +122,7 @@ QString LeadingText(std::string_view utf8, qsizetype maxChars) {
                size > maxChars * 3 - 4)
             --size;
     }
-    QString text = QString::fromUtf8(utf8.data(), size);
-    if (text.size() <= maxChars) return text;
-    text.truncate(text.at(maxChars - 1).isHighSurrogate() ? maxChars - 1 : maxChars);
-    return text;
+    return Shortened(QString::fromUtf8(utf8.data(), size), maxChars);
 }
 
 QString ValueText(const QVariant& value, DataType type, qsizetype maxChars) {
@@ -145,8 +150,7 @@ QString ValueText(const QVariant& value, DataType type, qsizetype maxChars) {
         default:
             break;
     }
-    const QString text = value.toString();
-    return text.size() <= maxChars ? text : text.left(maxChars);
+    return Shortened(value.toString(), maxChars);
 }
 
 QDate DateOfDays(std::int64_t days) {

@@ -195,6 +195,7 @@ void ColumnStore::AppendValue(int column, const QVariant& value, DataType type) 
         case QMetaType::Short:
         case QMetaType::UShort:
         case QMetaType::UInt:
+        case QMetaType::Long:
             return AppendInt(column, value.toLongLong());
         case QMetaType::Double:
         case QMetaType::Float:
@@ -213,7 +214,7 @@ void ColumnStore::AppendValue(int column, const QVariant& value, DataType type) 
             break;
     }
     const QByteArray utf8 = value.toString().toUtf8();
-    const bool exact = type == DataType::Decimal || type == DataType::Numeric || type == DataType::Currency;
+    const bool exact = value.typeId() == QMetaType::ULong || value.typeId() == QMetaType::ULongLong || type == DataType::Decimal || type == DataType::Numeric || type == DataType::Currency;
     AppendRun(column, exact ? CellTag::Decimal : CellTag::Text, utf8.constData(), utf8.size());
 }
 

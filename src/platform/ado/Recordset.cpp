@@ -117,7 +117,9 @@ qint64 Recordset::AbsolutePosition() const {
 }
 
 void Recordset::SetAbsolutePosition(qint64 position) {
-    d->MoveTo(std::max<qint64>(position, 0) - 1);
+    // EOF as AbsolutePosition tells it; BOF and what lies before it is below every row.
+    constexpr qint64 eof = -3;
+    d->MoveTo(position == eof ? d->Count() : std::max<qint64>(position, 0) - 1);
 }
 
 void Recordset::MoveFirst() {
