@@ -48,6 +48,11 @@ class ZEPHRIN_EXPORT Prompts {
 
     /// Asks the user for a connection string; empty for Cancel.
     virtual QString PromptNewConnection(const QString& present) = 0;
+    /// The folder that exported workbooks go to; the default is the user's documents folder.
+    virtual QString ExportFolder();
+    /// Opens a finished file with the desktop's program for it. False when there is none; the user is then told where
+    /// the file lies. The default opens nothing.
+    virtual bool OpenDocument(const QString& path);
     /// The about box of the product.
     virtual void ShowAbout(const QString& name, const QString& version) = 0;
 };
