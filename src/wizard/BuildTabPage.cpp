@@ -1,6 +1,7 @@
 #include "wizard/BuildTabPage.h"
 
 #include "flow/BuildTab.h"
+#include "output/CreateView.h"
 #include "output/RunQuery.h"
 #include "platform/controls/ColouredText.h"
 #include "platform/controls/DataGrid.h"
@@ -283,6 +284,7 @@ void BuildTabPage::ConnectRight() {
     OnClick(cmdSQLView, ShowSqlView);
     OnClick(cmdResetSQL, ResetSql);
     OnClick(cmdRunQuery, RunQuery);
+    OnClick(cmdCreateView, CreateView);
     auto* run = new QShortcut(QKeySequence(Qt::Key_F5), this);
     connect(run, &QShortcut::activated, cmdRunQuery, &QPushButton::click);
 }

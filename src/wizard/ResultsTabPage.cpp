@@ -4,11 +4,14 @@
 #include "platform/controls/ColouredText.h"
 #include "platform/controls/DataGrid.h"
 #include "wizard/Build.h"
+#include "wizard/ExportMeans.h"
 #include "wizard/ShowControl.h"
+#include "wizard/frmExcelDataChoice.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -68,6 +71,7 @@ void ResultsTabPage::ConnectControls() {
     connect(dgrQueryResults, &controls::DataGrid::HeadClick, this, [this](int column) {
         Host().Run([column](ZPGGlobalDeclarations& state) { state.Form->SortColumn = column; });
     });
+    OnClick(cmdExcel, [this](ZPGGlobalDeclarations& state) { Export(state); });
     OnClick(cmdResAddSplit, [this](ZPGGlobalDeclarations& state) {
         dgrQueryResults->AddSplit();
         state.Form->cmdResDeleteSplit.Enabled = true;
@@ -76,6 +80,23 @@ void ResultsTabPage::ConnectControls() {
         dgrQueryResults->RemoveSplit();
         state.Form->cmdResDeleteSplit.Enabled = dgrQueryResults->SplitCount() > 1;
     });
+}
+
+void ResultsTabPage::Export(ZPGGlobalDeclarations& state) {
+    const QPointer<ResultsTabPage> page(this);
+    const int showing = state.Showing;
+    const ExportRoute route = BeginExport(state);
+    if (!page || route == ExportRoute::Done) return;
+    if (route == ExportRoute::OleDb) {
+        ExportWithOleDb(state, MakeExportMeans(state));
+        return;
+    }
+    // The form may be deleted under its dialog.
+    const QPointer<frmExcelDataChoice> choice(new frmExcelDataChoice(state, window()));
+    const bool wanted = choice->exec() == QDialog::Accepted && choice;
+    const QString answer = choice ? choice->DataChoice() : QString();
+    delete choice;
+    if (state.Showing == showing && wanted) ExportWithOdbc(state, answer, MakeExportMeans(state));
 }
 
 void ResultsTabPage::ShowTruncation(const GridState& grid) {

@@ -22,6 +22,7 @@ class ResultsTabPage : public WizardPage {
  private:
     QWidget* MakeFoot();
     void ConnectControls();
+    void Export(ZPGGlobalDeclarations& state);
     void ShowTruncation(const GridState& grid);
 
     controls::ColouredText* txtSQLErrors = nullptr;

@@ -20,6 +20,8 @@ class ShowingPrompts : public Prompts {
     QString ShowOpen(const FileChoice& choice) override;
     QString ShowSave(const FileChoice& choice) override;
     QString PromptNewConnection(const QString& present) override;
+    QString ExportFolder() override;
+    bool OpenDocument(const QString& path) override;
     void ShowAbout(const QString& name, const QString& version) override;
 
  private:

@@ -32,6 +32,11 @@ QString ScriptedPrompts::PromptNewConnection(const QString&) {
     return Texts.isEmpty() ? QString() : Texts.takeFirst();
 }
 
+bool ScriptedPrompts::OpenDocument(const QString& path) {
+    Opened << path;
+    return true;
+}
+
 void ScriptedPrompts::ShowAbout(const QString&, const QString&) { ++Abouts; }
 
 }  // namespace zephrin::test

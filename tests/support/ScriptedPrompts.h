@@ -25,6 +25,9 @@ class ScriptedPrompts : public Prompts {
     QStringList Paths;
     /// Strings for the next connection prompts and input boxes.
     QStringList Texts;
+    /// Where exports go, and which files were handed to the desktop.
+    QString Folder;
+    QStringList Opened;
     /// Runs while a box is open, before it is answered.
     std::function<void(const Box&)> WhileOpen;
 
@@ -37,6 +40,8 @@ class ScriptedPrompts : public Prompts {
     QString ShowOpen(const FileChoice& choice) override;
     QString ShowSave(const FileChoice& choice) override;
     QString PromptNewConnection(const QString& present) override;
+    QString ExportFolder() override { return Folder; }
+    bool OpenDocument(const QString& path) override;
     void ShowAbout(const QString& name, const QString& version) override;
 
  private:

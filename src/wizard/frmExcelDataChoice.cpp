@@ -1,0 +1,46 @@
+#include "wizard/frmExcelDataChoice.h"
+
+#include "wizard/Build.h"
+
+#include <QDialogButtonBox>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace zephrin {
+
+frmExcelDataChoice::frmExcelDataChoice(const ZPGGlobalDeclarations& state, QWidget* parent)
+    : QDialog(parent) {
+    setObjectName(QStringLiteral("frmExcelDataChoice"));
+    setWindowTitle(ResString(state, 155).trimmed());
+    setWindowModality(Qt::ApplicationModal);
+
+    auto* fraExcelChoice = MakeFrame(QStringLiteral("fraExcelChoice"), 158);
+    fraExcelChoice->setTitle(ResString(state, 158));
+    auto* choices = new QVBoxLayout(fraExcelChoice);
+    const QString names[] = {QStringLiteral("Pivot"), QStringLiteral("Data")};
+    for (int index = 0; index < 2; ++index) {
+        auto* option = new QRadioButton(u'&' + ResString(state, 156 + index));
+        option->setObjectName(QStringLiteral("optDataChoice_%1").arg(index));
+        option->setChecked(names[index] == dataChoice);
+        connect(option, &QRadioButton::toggled, this, [this, name = names[index]](bool on) {
+            if (on) dataChoice = name;
+        });
+        choices->addWidget(option);
+    }
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
+    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(fraExcelChoice);
+    layout->addStretch();
+    layout->addWidget(buttons);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 42);
+}
+
+}  // namespace zephrin
