@@ -5,16 +5,11 @@
 
 namespace zephrin {
 
-EscapeWatch::EscapeWatch() {
-    QApplication::instance()->installEventFilter(this);
-}
-
-EscapeWatch::~EscapeWatch() {
-    QApplication::instance()->removeEventFilter(this);
-}
-
 bool EscapeWatch::Pressed() {
+    QCoreApplication* application = QApplication::instance();
+    application->installEventFilter(this);
     QApplication::processEvents();
+    application->removeEventFilter(this);
     return pressed;
 }
 

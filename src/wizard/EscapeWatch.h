@@ -4,15 +4,12 @@
 
 namespace zephrin {
 
-/// Lets the user press Escape, and nothing else, while an operation keeps the window busy: every other key,
-/// click and close request is dropped as long as this lives, so that nothing can be started in the middle of
-/// it.
+/// Lets the user press Escape, and nothing else, while an operation keeps the window busy.
 class EscapeWatch : public QObject {
  public:
-    EscapeWatch();
-    ~EscapeWatch() override;
-
-    /// Lets the windows repaint and says whether Escape was pressed since the watch began.
+    /// Lets the windows repaint and says whether Escape was pressed since the watch began. Every other key,
+    /// click and close request that waited is dropped, so that nothing can be started in the middle of the
+    /// operation. Boxes that the operation opens in between work as always.
     bool Pressed();
 
  private:
