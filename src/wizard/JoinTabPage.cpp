@@ -95,6 +95,7 @@ QWidget* JoinTabPage::MakeGrid() {
     dgrJoins = new controls::DataGrid;
     dgrJoins->setObjectName(QStringLiteral("dgrJoins"));
     dgrJoins->SetAllowUpdate(false);
+    dgrJoins->SetEmptyText(tr("Pick two tables, lock them, pick a field of each, and add the join."));
     cmdResetJoins = MakeButton(QStringLiteral("cmdResetJoins"), 114, QStringLiteral("delete"));
     auto* foot = new QHBoxLayout;
     foot->addStretch();

@@ -27,6 +27,7 @@ ResultsTabPage::ResultsTabPage(WizardHost& wizardHost)
     dgrQueryResults = new controls::DataGrid;
     dgrQueryResults->setObjectName(QStringLiteral("dgrQueryResults"));
     dgrQueryResults->SetAllowUpdate(false);
+    dgrQueryResults->SetEmptyText(tr("No rows"));
     lblTruncated = MakeLabel(QStringLiteral("lblTruncated"), 0, dgrQueryResults);
     lblTruncated->hide();
 
@@ -111,6 +112,7 @@ void ResultsTabPage::ShowTruncation(const GridState& grid) {
 void ResultsTabPage::ShowState(FormState& form) {
     ShowColouredText(txtSQLErrors, form.txtSQLErrors);
     ShowGrid(dgrQueryResults, form.dgrQueryResults);
+    dgrQueryResults->MarkColumn(form.dgrQueryResults.DataSource ? form.SortColumn : -1);
     ShowTruncation(form.dgrQueryResults);
     ShowControl(cmdAsc, form.cmdAsc);
     ShowControl(cmdDesc, form.cmdDesc);

@@ -12,6 +12,7 @@
 #include "wizard/ShowControl.h"
 #include "wizard/ShowingPrompts.h"
 #include "wizard/TableTabPage.h"
+#include "wizard/WizardDialog.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -189,10 +190,7 @@ void frmZPG::Private::MakeShortcuts() {
 }
 
 void frmZPG::Private::NameForScreenReaders() {
-    const auto labels = q->findChildren<QLabel*>();
-    for (const QLabel* label : labels)
-        if (QWidget* buddy = label->buddy(); buddy && buddy->accessibleName().isEmpty())
-            buddy->setAccessibleName(label->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+    NameByLabels(q);
     TabZPG->setAccessibleName(q->windowTitle());
     TabZPG->tabBar()->setAccessibleName(tr("Steps of the query"));
 }
@@ -251,6 +249,9 @@ QString frmZPG::Private::Unload() {
     if (const auto wrapped = std::dynamic_pointer_cast<ShowingPrompts>(run->UserPrompts))
         run->UserPrompts = wrapped->HostPrompts();
     pointer.Show(MousePointer::Default);
+    // A dialog that is still open ends like its Cancel.
+    const auto dialogs = q->findChildren<WizardDialog*>();
+    for (WizardDialog* dialog : dialogs) dialog->reject();
     if (modalLoop) modalLoop->quit();
     return error;
 }

@@ -1,0 +1,44 @@
+#include "wizard/WizardDialog.h"
+
+#include "wizard/Look.h"
+
+#include <QLabel>
+
+namespace zephrin {
+
+namespace {
+constexpr int lastDialogCaption = 231;
+}
+
+WizardDialog::WizardDialog(ZPGGlobalDeclarations& run, const QString& name, QWidget* over)
+    : QDialog(over, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
+      state(run) {
+    setObjectName(name);
+    setWindowModality(Qt::ApplicationModal);
+}
+
+bool WizardDialog::Run(WizardDialog* dialog) {
+    ZPGGlobalDeclarations& state = dialog->State();
+    const int showing = state.Showing;
+    const QPointer<WizardDialog> alive(dialog);
+    ShowFormNow(state);
+    dialog->exec();
+    if (alive) delete dialog;
+    return state.Showing == showing;
+}
+
+void WizardDialog::FinishControls() {
+    ApplyCaptions(this, state, lastDialogCaption);
+    NameByLabels(this);
+}
+
+void NameByLabels(QWidget* form) {
+    const auto labels = form->findChildren<QLabel*>();
+    for (const QLabel* label : labels) {
+        QWidget* buddy = label->buddy();
+        if (buddy && buddy->accessibleName().isEmpty())
+            buddy->setAccessibleName(label->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+    }
+}
+
+}  // namespace zephrin

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "wizard/WizardDialog.h"
+
+class QGridLayout;
+class QPushButton;
+
+namespace zephrin {
+
+namespace controls {
+class ColouredText;
+}
+
+/// A keypad for the text of one criteria cell. The text comes from and goes to CurrentCellText;
+/// CriteriaChanged tells whether it is another one.
+class frmCriteriaBuilder : public WizardDialog {
+    Q_OBJECT
+ public:
+    frmCriteriaBuilder(ZPGGlobalDeclarations& run, QWidget* over);
+
+ private:
+    QWidget* MakeKeys();
+    QWidget* MakeFoot();
+    QPushButton* MakeKey(const QString& name, const QString& caption, const QString& inserted);
+    void Insert(const QString& key);
+    void cmdCriteriaOK_Click();
+
+    controls::ColouredText* txtCriteria;
+    QString openingText;
+};
+
+}  // namespace zephrin
