@@ -1,0 +1,322 @@
+#include "platform/dialogs/DataLinkPages.h"
+
+#include "platform/dialogs/DataLinkText.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace zephrin::datalink {
+
+namespace {
+
+using Words = QLatin1StringView;
+
+/// A field of a page: named, and heard by the page when it changes.
+template <class Widget>
+Widget* Named(const char* objectName, Page* page) {
+    auto* widget = new Widget(page);
+    widget->setObjectName(Words(objectName));
+    return widget;
+}
+
+QLineEdit* Line(const char* objectName, Page* page) {
+    auto* line = Named<QLineEdit>(objectName, page);
+    QObject::connect(line, &QLineEdit::textChanged, page, &Page::Changed);
+    return line;
+}
+
+QLineEdit* PasswordLine(const char* objectName, Page* page) {
+    QLineEdit* line = Line(objectName, page);
+    line->setEchoMode(QLineEdit::Password);
+    line->setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
+    return line;
+}
+
+QCheckBox* Check(const char* objectName, const QString& caption, Page* page) {
+    auto* check = Named<QCheckBox>(objectName, page);
+    check->setText(caption);
+    QObject::connect(check, &QCheckBox::toggled, page, &Page::Changed);
+    return check;
+}
+
+QComboBox* Combo(const char* objectName, Page* page) {
+    auto* combo = Named<QComboBox>(objectName, page);
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(24);
+    QObject::connect(combo, &QComboBox::currentIndexChanged, page, &Page::Changed);
+    return combo;
+}
+
+QComboBox* DialectCombo(const char* objectName, Page* page) {
+    QComboBox* combo = Combo(objectName, page);
+    combo->addItem(Page::tr("SQL Server"), QStringLiteral("SQL Server"));
+    combo->addItem(Page::tr("Microsoft Access"), QStringLiteral("MS Access"));
+    combo->addItem(Page::tr("Microsoft Excel"), QStringLiteral("Microsoft Excel Driver"));
+    combo->setToolTip(Page::tr("The kind of database for which statements are written."));
+    return combo;
+}
+
+QString DialectOf(const QComboBox* combo) {
+    return combo->currentData().toString();
+}
+
+/// Sets the kind of database by a word that may be any of the words that stand for it.
+void SetDialect(QComboBox* combo, const QString& words) {
+    if (words.contains(Words("Access"), Qt::CaseInsensitive))
+        combo->setCurrentIndex(1);
+    else if (words.contains(Words("Excel"), Qt::CaseInsensitive))
+        combo->setCurrentIndex(2);
+    else
+        combo->setCurrentIndex(0);
+}
+
+QFormLayout* Form(Page* page) {
+    auto* form = new QFormLayout(page);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    return form;
+}
+
+/// A line of explanation that takes the width that the page has.
+QLabel* Hint(const QString& text, Page* page) {
+    auto* label = new QLabel(text, page);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+}  // namespace
+
+// --- FilePage
+// ----------------------------------------------------------------------------------------------------
+
+FilePage::FilePage(QWidget* parent)
+    : Page(parent),
+      path(Line("txtFile", this)),
+      dialect(DialectCombo("cmbFileDialect", this)),
+      readOnly(Check("chkReadOnly", tr("Open for &reading only"), this)) {
+    auto* browse = Named<QPushButton>("cmdBrowse", this);
+    browse->setText(tr("&Browse..."));
+    browse->setAutoDefault(false);
+    connect(browse, &QPushButton::clicked, this, &FilePage::Browse);
+    connect(path, &QLineEdit::textChanged, this, &FilePage::FollowSuffix);
+    path->setClearButtonEnabled(true);
+    auto* row = new QHBoxLayout;
+    row->addWidget(path);
+    row->addWidget(browse);
+    QFormLayout* form = Form(this);
+    form->addRow(Hint(tr("A database file that needs no server and no driver."), this));
+    form->addRow(tr("Database &file:"), row);
+    // A row that is a layout has no buddy of its own.
+    qobject_cast<QLabel*>(form->labelForField(row))->setBuddy(path);
+    form->addRow(tr("&Write SQL for:"), dialect);
+    form->addRow(QString(), readOnly);
+}
+
+QString FilePage::Text() const {
+    return ToText(FileLink{path->text().trimmed(), DialectOf(dialect), readOnly->isChecked()});
+}
+
+bool FilePage::Show(const QString& connectionString) {
+    const QList<Keyword> keywords = Split(connectionString);
+    if (ValueOf(keywords, Words("Provider")).compare(Words("SQLite"), Qt::CaseInsensitive) != 0 ||
+        !HoldsOnly(keywords, {Words("Provider"), Words("Dialect"), Words("Data Source"), Words("Mode")}))
+        return false;
+    path->setText(ValueOf(keywords, Words("Data Source")));
+    SetDialect(dialect, ValueOf(keywords, Words("Dialect")));
+    readOnly->setChecked(ValueOf(keywords, Words("Mode")).compare(Words("Read"), Qt::CaseInsensitive) == 0);
+    return true;
+}
+
+QWidget* FilePage::First() const {
+    return path;
+}
+
+void FilePage::Browse() {
+    const QString chosen =
+        QFileDialog::getOpenFileName(this, tr("Database File"), path->text(),
+                                     tr("Databases (*.db *.db3 *.sqlite *.sqlite3);;All files (*)"));
+    if (!chosen.isEmpty()) path->setText(chosen);
+}
+
+void FilePage::FollowSuffix() {
+    const QString suffix = QFileInfo(path->text().trimmed()).suffix().toLower();
+    const bool access = suffix == Words("mdb") || suffix == Words("accdb");
+    const bool excel = suffix.startsWith(Words("xls"));
+    if (access || excel) SetDialect(dialect, access ? QStringLiteral("Access") : QStringLiteral("Excel"));
+    // Such a file says itself what it is.
+    dialect->setEnabled(!access && !excel);
+}
+
+// --- SourcePage
+// --------------------------------------------------------------------------------------------------
+
+SourcePage::SourcePage(const QList<ado::InstalledSources::DataSource>& sources, QWidget* parent)
+    : Page(parent),
+      source(Combo("cmbDataSource", this)),
+      user(Line("txtSourceUser", this)),
+      password(PasswordLine("txtSourcePassword", this)),
+      dialect(DialectCombo("cmbSourceDialect", this)) {
+    for (const ado::InstalledSources::DataSource& item : sources)
+        source->addItem(item.Driver.isEmpty() ? item.Name : tr("%1  (%2)").arg(item.Name, item.Driver),
+                        item.Name);
+    source->setCurrentIndex(-1);
+    source->setEnabled(!sources.isEmpty());
+    source->setPlaceholderText(sources.isEmpty() ? tr("No data source is set up")
+                                                 : tr("Choose a data source"));
+    QFormLayout* form = Form(this);
+    form->addRow(
+        Hint(sources.isEmpty()
+                 ? tr("No ODBC data source is set up on this computer. Give a driver or a string instead.")
+                 : tr("An ODBC data source that is set up on this computer."),
+             this));
+    form->addRow(tr("Data source &name:"), source);
+    form->addRow(tr("&User:"), user);
+    form->addRow(tr("&Password:"), password);
+    form->addRow(tr("&Write SQL for:"), dialect);
+}
+
+QString SourcePage::Text() const {
+    return ToText(
+        SourceLink{source->currentData().toString(), user->text(), password->text(), DialectOf(dialect)});
+}
+
+bool SourcePage::Show(const QString& connectionString) {
+    const QList<Keyword> keywords = Split(connectionString);
+    const int index = source->findData(ValueOf(keywords, Words("DSN")), Qt::UserRole, Qt::MatchFixedString);
+    if (index < 0 || !HoldsOnly(keywords, {Words("DSN"), Words("UID"), Words("PWD"), Words("Dialect")}))
+        return false;
+    source->setCurrentIndex(index);
+    user->setText(ValueOf(keywords, Words("UID")));
+    password->setText(ValueOf(keywords, Words("PWD")));
+    SetDialect(dialect, ValueOf(keywords, Words("Dialect")));
+    return true;
+}
+
+QWidget* SourcePage::First() const {
+    return source;
+}
+
+// --- DriverPage
+// --------------------------------------------------------------------------------------------------
+
+DriverPage::DriverPage(const QStringList& drivers, QWidget* parent)
+    : Page(parent),
+      driver(Combo("cmbDriver", this)),
+      server(Line("txtServer", this)),
+      port(Line("txtPort", this)),
+      database(Line("txtDatabase", this)),
+      trusted(Check("chkTrusted", tr("&Log on as the user of this computer"), this)),
+      user(Line("txtUser", this)),
+      password(PasswordLine("txtPassword", this)),
+      dialect(DialectCombo("cmbDriverDialect", this)) {
+    for (const QString& name : drivers) driver->addItem(name, name);
+    driver->setCurrentIndex(-1);
+    driver->setEnabled(!drivers.isEmpty());
+    driver->setPlaceholderText(drivers.isEmpty() ? tr("No driver is installed") : tr("Choose a driver"));
+    port->setValidator(new QIntValidator(1, 65535, port));
+    port->setPlaceholderText(tr("default"));
+    port->setMaximumWidth(port->fontMetrics().horizontalAdvance(u'0') * 12);
+    auto* address = new QHBoxLayout;
+    auto* portLabel = new QLabel(tr("P&ort:"), this);
+    portLabel->setBuddy(port);
+    address->addWidget(server);
+    address->addWidget(portLabel);
+    address->addWidget(port);
+    QFormLayout* form = Form(this);
+    form->addRow(tr("&Driver:"), driver);
+    form->addRow(tr("&Server:"), address);
+    qobject_cast<QLabel*>(form->labelForField(address))->setBuddy(server);
+    form->addRow(tr("D&atabase:"), database);
+    form->addRow(QString(), trusted);
+    form->addRow(tr("&User:"), user);
+    form->addRow(tr("&Password:"), password);
+    form->addRow(tr("&Write SQL for:"), dialect);
+    connect(driver, &QComboBox::currentIndexChanged, this, &DriverPage::FollowDriver);
+    connect(trusted, &QCheckBox::toggled, this, &DriverPage::FollowDriver);
+    FollowDriver();
+}
+
+QString DriverPage::Text() const {
+    return ToText(DriverLink{driver->currentData().toString(), server->text().trimmed(), port->text(),
+                             database->text().trimmed(), user->text(), password->text(), trusted->isChecked(),
+                             DialectOf(dialect)});
+}
+
+bool DriverPage::Show(const QString& connectionString) {
+    const QList<Keyword> keywords = Split(connectionString);
+    const int index =
+        driver->findData(ValueOf(keywords, Words("Driver")), Qt::UserRole, Qt::MatchFixedString);
+    const bool known =
+        HoldsOnly(keywords, {Words("Driver"), Words("Server"), Words("Port"), Words("Database"), Words("DBQ"),
+                             Words("UID"), Words("PWD"), Words("Trusted_Connection"), Words("Dialect")});
+    if (index < 0 || !known) return false;
+    driver->setCurrentIndex(index);
+    const QString address = ValueOf(keywords, Words("Server"));
+    const qsizetype comma = address.lastIndexOf(u',');
+    server->setText(comma < 0 ? address : address.left(comma));
+    port->setText(comma < 0 ? ValueOf(keywords, Words("Port")) : address.mid(comma + 1).trimmed());
+    const QString name = ValueOf(keywords, Words("Database"));
+    database->setText(name.isEmpty() ? ValueOf(keywords, Words("DBQ")) : name);
+    trusted->setChecked(!ValueOf(keywords, Words("Trusted_Connection")).isEmpty());
+    user->setText(ValueOf(keywords, Words("UID")));
+    password->setText(ValueOf(keywords, Words("PWD")));
+    if (dialect->isEnabled()) SetDialect(dialect, ValueOf(keywords, Words("Dialect")));
+    return true;
+}
+
+QWidget* DriverPage::First() const {
+    return driver;
+}
+
+void DriverPage::FollowDriver() {
+    const QString name = driver->currentData().toString();
+    const bool says = SaysDialect(name) || name.contains(Words("Access Driver"), Qt::CaseInsensitive);
+    if (says) SetDialect(dialect, name);
+    dialect->setEnabled(!says);
+    trusted->setEnabled(TakesTrustedLogin(name));
+    const bool asks = !(trusted->isEnabled() && trusted->isChecked());
+    user->setEnabled(asks);
+    password->setEnabled(asks);
+}
+
+// --- TextPage
+// ----------------------------------------------------------------------------------------------------
+
+TextPage::TextPage(QWidget* parent) : Page(parent), text(Named<QPlainTextEdit>("txtString", this)) {
+    text->setTabChangesFocus(true);
+    text->setPlaceholderText(
+        QStringLiteral("Driver={ODBC Driver 18 for SQL Server};Server=host,1433;Database=..."));
+    connect(text, &QPlainTextEdit::textChanged, this, &Page::Changed);
+    auto* label = new QLabel(tr("&String, as the provider or the driver takes it:"), this);
+    label->setBuddy(text);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(label);
+    column->addWidget(text);
+}
+
+QString TextPage::Text() const {
+    // A string that was pasted over several lines is one line.
+    return text->toPlainText().replace(u'\n', u' ').trimmed();
+}
+
+bool TextPage::Show(const QString& connectionString) {
+    text->setPlainText(connectionString);
+    return true;
+}
+
+QWidget* TextPage::First() const {
+    return text;
+}
+
+}  // namespace zephrin::datalink

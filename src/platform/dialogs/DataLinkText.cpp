@@ -1,0 +1,177 @@
+#include "platform/dialogs/DataLinkText.h"
+
+#include <algorithm>
+
+namespace zephrin::datalink {
+
+namespace {
+
+bool Same(const QString& text, QLatin1StringView word) {
+    return text.compare(word, Qt::CaseInsensitive) == 0;
+}
+
+bool Holds(const QString& text, QLatin1StringView part) {
+    return text.contains(part, Qt::CaseInsensitive);
+}
+
+/// In quotes where the embedded provider's string needs them.
+QString Quoted(const QString& value) {
+    const bool plain = !value.contains(u';') && !value.startsWith(u'"') && !value.startsWith(u'\'') &&
+                       value.trimmed() == value;
+    if (plain) return value;
+    return u'"' + QString(value).replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+/// In braces where ODBC's string needs them.
+QString Braced(const QString& value) {
+    const bool plain =
+        !value.contains(u';') && !value.contains(u'{') && !value.contains(u'}') && value.trimmed() == value;
+    if (plain) return value;
+    return u'{' + QString(value).replace(u'}', QStringLiteral("}}")) + u'}';
+}
+
+void Add(QString& text, const char* name, const QString& value) {
+    if (!value.isEmpty()) text += QLatin1StringView(name) + u'=' + Braced(value) + u';';
+}
+
+void AddDialect(QString& text, const QString& dialect) {
+    if (!SaysDialect(text)) Add(text, "Dialect", dialect);
+}
+
+/// End of the value that begins at `at`: behind its closing brace or quote, or at the next semicolon.
+qsizetype ValueEnd(const QString& text, qsizetype at) {
+    const QChar open = at < text.size() ? text[at] : QChar();
+    const QChar close = open == u'{' ? QChar(u'}') : open;
+    if (open == u'{' || open == u'"' || open == u'\'') {
+        for (qsizetype i = at + 1; i < text.size(); ++i) {
+            if (text[i] != close) continue;
+            if (i + 1 < text.size() && text[i + 1] == close) {
+                ++i;
+            } else {
+                return i + 1;
+            }
+        }
+    }
+    const qsizetype end = text.indexOf(u';', at);
+    return end < 0 ? text.size() : end;
+}
+
+QString Unquoted(QString value) {
+    value = value.trimmed();
+    if (value.size() < 2) return value;
+    const QChar open = value.front();
+    const QChar close = open == u'{' ? QChar(u'}') : open;
+    if ((open != u'{' && open != u'"' && open != u'\'') || value.back() != close) return value;
+    return value.mid(1, value.size() - 2).replace(QString(2, close), QString(close));
+}
+
+/// A password, or a string in the string that holds one.
+bool IsSecret(const Keyword& keyword) {
+    const auto names = [](const QString& text) {
+        return Holds(text, QLatin1StringView("PWD")) || Holds(text, QLatin1StringView("password"));
+    };
+    return names(keyword.Name) || (Same(keyword.Name, QLatin1StringView("Extended Properties")) && names(keyword.Value));
+}
+
+}  // namespace
+
+QList<Keyword> Split(const QString& text) {
+    QList<Keyword> keywords;
+    for (qsizetype at = 0; at < text.size();) {
+        const qsizetype equals = text.indexOf(u'=', at);
+        const qsizetype end = text.indexOf(u';', at);
+        if (equals < 0) break;
+        if (end >= 0 && end < equals) {
+            at = end + 1;
+            continue;
+        }
+        Keyword keyword;
+        keyword.Name = text.mid(at, equals - at).trimmed();
+        keyword.ValueStart = equals + 1;
+        while (keyword.ValueStart < text.size() && text[keyword.ValueStart].isSpace()) ++keyword.ValueStart;
+        keyword.ValueLength = ValueEnd(text, keyword.ValueStart) - keyword.ValueStart;
+        keyword.Value = Unquoted(text.mid(keyword.ValueStart, keyword.ValueLength));
+        at = keyword.ValueStart + keyword.ValueLength;
+        keywords.append(keyword);
+        while (at < text.size() && (text[at] == u';' || text[at].isSpace())) ++at;
+    }
+    return keywords;
+}
+
+QString ValueOf(const QList<Keyword>& keywords, QLatin1StringView name) {
+    for (const Keyword& keyword : keywords)
+        if (Same(keyword.Name, name)) return keyword.Value;
+    return {};
+}
+
+bool HoldsOnly(const QList<Keyword>& keywords, std::initializer_list<QLatin1StringView> names) {
+    return std::all_of(keywords.begin(), keywords.end(), [&names](const Keyword& keyword) {
+        return std::any_of(names.begin(), names.end(),
+                           [&keyword](QLatin1StringView name) { return Same(keyword.Name, name); });
+    });
+}
+
+QString Masked(const QString& connectionString) {
+    QString shown = connectionString;
+    const QList<Keyword> keywords = Split(connectionString);
+    // From the end, so that the positions in front stay right. Always the same count: the length is told to
+    // nobody.
+    for (auto keyword = keywords.crbegin(); keyword != keywords.crend(); ++keyword)
+        if (IsSecret(*keyword) && keyword->ValueLength > 0)
+            shown.replace(keyword->ValueStart, keyword->ValueLength, QString(6, QChar(0x2022)));
+    return shown;
+}
+
+bool SaysDialect(const QString& connectionString) {
+    for (const char* words :
+         {"SQL Server", "SQLOLEDB", "Provider=Microsoft.Jet", "MS Access", "Microsoft Excel Driver"})
+        if (Holds(connectionString, QLatin1StringView(words))) return true;
+    return false;
+}
+
+QString ToText(const FileLink& link) {
+    if (link.Path.isEmpty()) return {};
+    QString text = QStringLiteral("Provider=SQLite;Dialect=%1;").arg(link.Dialect);
+    if (link.ReadOnly) text += QLatin1StringView("Mode=Read;");
+    return text + QLatin1StringView("Data Source=") + Quoted(link.Path);
+}
+
+QString ToText(const SourceLink& link) {
+    if (link.Name.isEmpty()) return {};
+    QString text;
+    Add(text, "DSN", link.Name);
+    Add(text, "UID", link.User);
+    Add(text, "PWD", link.Password);
+    AddDialect(text, link.Dialect);
+    return text;
+}
+
+bool TakesTrustedLogin(const QString& driver) {
+    return Holds(driver, QLatin1StringView("SQL Server")) ||
+           Holds(driver, QLatin1StringView("Native Client")) || Holds(driver, QLatin1StringView("FreeTDS"));
+}
+
+QString ToText(const DriverLink& link) {
+    if (link.Driver.isEmpty()) return {};
+    // The vendor's drivers take the port behind a comma, all others as a keyword; files have a keyword of
+    // their own.
+    const bool commaPort =
+        TakesTrustedLogin(link.Driver) && !Holds(link.Driver, QLatin1StringView("FreeTDS"));
+    const bool file = Holds(link.Driver, QLatin1StringView("Access Driver")) ||
+                      Holds(link.Driver, QLatin1StringView("Excel Driver"));
+    QString text =
+        QStringLiteral("Driver={%1};").arg(QString(link.Driver).replace(u'}', QStringLiteral("}}")));
+    Add(text, "Server", commaPort && !link.Port.isEmpty() ? link.Server + u',' + link.Port : link.Server);
+    if (!commaPort) Add(text, "Port", link.Port);
+    Add(text, file ? "DBQ" : "Database", link.Database);
+    if (link.Trusted && TakesTrustedLogin(link.Driver)) {
+        Add(text, "Trusted_Connection", QStringLiteral("Yes"));
+    } else {
+        Add(text, "UID", link.User);
+        Add(text, "PWD", link.Password);
+    }
+    AddDialect(text, link.Dialect);
+    return text;
+}
+
+}  // namespace zephrin::datalink

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+namespace zephrin::datalink {
+
+/// A connection string in the pieces that the pages of the prompt show. Lenient: what is not well formed
+/// comes as far as it can be read, the provider will say the rest.
+struct Keyword {
+    QString Name;
+    QString Value;
+    qsizetype ValueStart = 0;  ///< where the value stands in the string, its quotes included
+    qsizetype ValueLength = 0;
+};
+
+QList<Keyword> Split(const QString& connectionString);
+/// The value of the first keyword of that name, without regard to case.
+QString ValueOf(const QList<Keyword>& keywords, QLatin1StringView name);
+/// Whether the string holds no keyword but these.
+bool HoldsOnly(const QList<Keyword>& keywords, std::initializer_list<QLatin1StringView> names);
+
+/// The string with each password as dots, to be shown.
+QString Masked(const QString& connectionString);
+
+/// Whether words in the string say already for which kind of database statements are to be written.
+bool SaysDialect(const QString& connectionString);
+
+/// An embedded database file.
+struct FileLink {
+    QString Path;
+    QString Dialect;
+    bool ReadOnly = false;
+};
+QString ToText(const FileLink& link);
+
+/// A data source that is set up on this computer.
+struct SourceLink {
+    QString Name;
+    QString User;
+    QString Password;
+    QString Dialect;
+};
+QString ToText(const SourceLink& link);
+
+/// A driver, and where it is to go.
+struct DriverLink {
+    QString Driver;
+    QString Server;
+    QString Port;
+    QString Database;
+    QString User;
+    QString Password;
+    bool Trusted = false;
+    QString Dialect;
+};
+QString ToText(const DriverLink& link);
+
+/// Whether the driver can log on as the user of this computer.
+bool TakesTrustedLogin(const QString& driver);
+
+}  // namespace zephrin::datalink
