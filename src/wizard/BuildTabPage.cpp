@@ -175,6 +175,7 @@ QWidget* BuildTabPage::MakeRight() {
     txtSQL->setTabChangesFocus(true);
     dgrSQL = new controls::DataGrid;
     dgrSQL->setObjectName(QStringLiteral("dgrSQL"));
+    dgrSQL->setAccessibleName(ResString(Host().State(), 246));
     lblSQLLabel[0] = MakeLabel(QStringLiteral("lblSQLLabel_0"), 0, dgrSQL);
     lblSQLLabel[0]->setWordWrap(true);
     lblSQLLabel[1] = MakeLabel(QStringLiteral("lblSQLLabel_1"), 120, txtSQL);

@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTableView>
 #include <QTextDocument>
 
 namespace zephrin {
@@ -83,6 +84,8 @@ void ShowColouredText(controls::ColouredText* box, const RichTextState& state) {
 void ShowGrid(controls::DataGrid* grid, const GridState& state) {
     ShowControl(grid, state);
     if (grid->DataSource() != state.DataSource) grid->SetDataSource(state.DataSource);
+    // The panes are what a screen reader enters.
+    for (int i = 0; i < grid->SplitCount(); ++i) grid->Pane(i)->setAccessibleName(grid->accessibleName());
 }
 
 }  // namespace zephrin
