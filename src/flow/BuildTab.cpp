@@ -2,6 +2,7 @@
 
 #include "flow/Criteria.h"
 #include "runstate/Dialect.h"
+#include "sqlgen/CriteriaOperators.h"
 #include "sqlgen/GroupByClause.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/Statement.h"
@@ -14,30 +15,10 @@ namespace zephrin {
 
 namespace {
 
-QStringList WhereOperators() {
-    return {QStringLiteral("="),
-            QStringLiteral("<>"),
-            QStringLiteral(">"),
-            QStringLiteral(">="),
-            QStringLiteral("<"),
-            QStringLiteral("<="),
-            QStringLiteral("between"),
-            QStringLiteral("like"),
-            QStringLiteral("not like"),
-            QStringLiteral("contains"),
-            QStringLiteral("does not contain"),
-            QStringLiteral("begins with"),
-            QStringLiteral("does not begin with"),
-            QStringLiteral("ends with"),
-            QStringLiteral("does not end with"),
-            QStringLiteral("is null"),
-            QStringLiteral("is not null")};
-}
-
 QStringList OperatorsOfMode(const ZPGGlobalDeclarations& state) {
     switch (state.Form->optQuery.Selected) {
         case 0:
-            return WhereOperators();
+            return CriteriaOperatorList();
         case 1:
             return GroupOperators(state.gDatabaseType);
         default:
@@ -114,7 +95,7 @@ void DropCriteriaAndOptions(ZPGGlobalDeclarations& state) {
     for (const ado::RecordsetPtr& rows :
          {state.rsAlias, state.rsWhere, state.rsGroupBy, state.rsOrderBy, state.rsCalcFields})
         DeleteAllRows(rows);
-    if (state.rsHaving && state.rsHaving->State() == ado::ObjectState::Open) state.rsHaving->Close();
+    if (state.rsHaving && state.rsHaving->IsOpen()) state.rsHaving->Close();
 }
 
 }  // namespace

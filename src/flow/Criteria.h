@@ -4,14 +4,33 @@
 
 namespace zephrin {
 
-/// Writes the text of a value box (0 or 1) from code; a change runs ValueChanged once, as a user's typing
-/// does.
+// The sentence builder of the build-query tab: a field, an operator, up to two values, commit. Value boxes
+// are numbered 0 and 1. The clicks of the lists and of the boxes' items come through ConnectHandlers.
+
+/// A row of lstSelectedFields was selected, or none is any more.
+void SelectedFieldClicked(ZPGGlobalDeclarations& state);
+
+/// An operator was selected, or none is any more.
+void OperatorClicked(ZPGGlobalDeclarations& state);
+
+/// The user typed into a value box.
+void ValueTyped(ZPGGlobalDeclarations& state, int box, const QString& text);
+/// An item of a value box's list was selected: it becomes the box's text.
+void ValuePicked(ZPGGlobalDeclarations& state, int box);
+/// Writes the text of a value box from code; a change counts as if it was typed.
 void SetValueText(ZPGGlobalDeclarations& state, int box, const QString& text);
 
-/// The text of a value box (0 or 1) changed.
-void ValueChanged(ZPGGlobalDeclarations& state, int box);
+/// Offers the distinct values of the field in hand in both value boxes, Nulls left out.
+void LookUpFieldValues(ZPGGlobalDeclarations& state);
+
+/// Writes the entry in the mode of the tab. Asks in Group mode: the wizard may be over afterwards.
+void CommitEntry(ZPGGlobalDeclarations& state);
 
 /// Shows the sentence under construction as the caption of its frame.
 void RefreshSentence(ZPGGlobalDeclarations& state);
+
+/// Counts anew whether `column` of rsWhere holds a criterion, and lets the operator in hand choose between
+/// AND and OR.
+void RecountCriteria(ZPGGlobalDeclarations& state, const QString& column);
 
 }  // namespace zephrin

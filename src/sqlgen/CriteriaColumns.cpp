@@ -80,7 +80,7 @@ void SyncCriteriaColumns(ZPGGlobalDeclarations& state) {
     if (old) {
         if (HasRows(old)) CarryRows(*old, *shaped);
         if (state.Form->dgrSQL.DataSource == old) state.Form->dgrSQL.DataSource = shaped;
-        if (old->State() == ado::ObjectState::Open) old->Close();
+        if (old->IsOpen()) old->Close();
     }
     ReturnToFirst(state.rsCalcFields);
 }

@@ -1,6 +1,7 @@
 #include "sqlgen/WhereClause.h"
 
 #include "sqlgen/Blanks.h"
+#include "sqlgen/CriteriaRows.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/TokenScan.h"
 #include "sqlgen/WorkingRows.h"
@@ -37,39 +38,17 @@ class ColumnNames {
     QSet<QString> aggregates;
 };
 
-/// The cells of one row that hold text, as field index and text.
-struct Criterion {
-    int Field;
-    QString Text;
-    bool operator==(const Criterion&) const = default;
-};
-using CriteriaRow = std::vector<Criterion>;
-
-std::size_t HashOf(const CriteriaRow& row) {
-    std::size_t hash = 0;
-    for (const Criterion& cell : row) hash = qHashMulti(hash, cell.Field, cell.Text);
-    return hash;
-}
-
 /// The rows of the sheet cut down to `fields`, without those that hold nothing there, each different one
 /// once.
 std::vector<CriteriaRow> DifferentRows(const ado::Recordset& sheet, const std::vector<int>& fields) {
     std::vector<CriteriaRow> rows;
-    QMultiHash<std::size_t, std::size_t> byHash;
     for (qint64 at = 0; at < sheet.RecordCount(); ++at) {
-        CriteriaRow row;
-        for (const int field : fields) {
-            if (sheet.IsNullAt(at, field)) continue;
-            const QString text = sheet.TextAt(at, field);
-            if (!text.isEmpty()) row.push_back({field, text});
-        }
-        if (row.empty()) continue;
-        const std::size_t hash = HashOf(row);
-        const auto [from, to] = byHash.equal_range(hash);
-        if (std::any_of(from, to, [&](std::size_t known) { return rows[known] == row; })) continue;
-        byHash.insert(hash, rows.size());
-        rows.push_back(std::move(row));
+        CriteriaRow row = ReadCriteriaRow(sheet, at, fields);
+        if (!row.empty()) rows.push_back(std::move(row));
     }
+    const std::vector<std::size_t> repeated = RepeatedRows(rows);
+    for (auto at = repeated.rbegin(); at != repeated.rend(); ++at)
+        rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(*at));
     return rows;
 }
 

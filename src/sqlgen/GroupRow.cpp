@@ -1,0 +1,134 @@
+#include "sqlgen/GroupRow.h"
+
+#include "sqlgen/WorkingRows.h"
+
+#include <algorithm>
+
+namespace zephrin {
+
+namespace {
+
+/// The choice of Group mode, with the texts that follow from it.
+struct GroupChoice {
+    QString Key;
+    QString Operator;
+    QString Expression;
+    /// What the alias would be with the operator as it is listed; found in no row for the DISTINCT operators.
+    QString ListedAlias;
+    /// Empty for plain grouping.
+    QString Alias;
+};
+
+/// The field's name as aliases have it: without the table and the delimiters, and without its first blank.
+QString AliasName(const ZPGGlobalDeclarations& state, const QString& shown) {
+    // Two characters behind the first "."; without one, from the second character of the whole on.
+    QString name = shown.mid(shown.indexOf(u'.') + 2);
+    name.remove(state.gDelimOpen);
+    name.remove(state.gDelimClose);
+    const qsizetype blank = name.indexOf(u' ');
+    return blank < 0 ? name : name.remove(blank, 1);
+}
+
+GroupChoice ReadChoice(const ZPGGlobalDeclarations& state) {
+    const FormState& form = *state.Form;
+    GroupChoice choice{SelectedFieldKey(form).Key, form.lstOperands.Items.Text(), {}, {}, {}};
+    const QString name = AliasName(state, form.lstSelectedFields.Items.Text());
+    choice.ListedAlias = choice.Operator + QStringLiteral("OF") + name;
+    const qsizetype distinct = choice.Operator.indexOf(QLatin1String("DISTINCT"));
+    if (choice.Operator == QLatin1String("GROUP BY")) {
+        choice.Expression = choice.Key;
+    } else if (distinct > 0) {
+        const QString aggregate = choice.Operator.left(distinct - 1);
+        const QString word = choice.Operator.mid(distinct);
+        choice.Expression = aggregate + u'(' + word + u' ' + choice.Key + u')';
+        choice.Alias = aggregate + word + QStringLiteral("OF") + name;
+    } else {
+        choice.Expression = choice.Operator + u'(' + choice.Key + u')';
+        choice.Alias = choice.ListedAlias;
+    }
+    return choice;
+}
+
+bool StandsAlready(const ZPGGlobalDeclarations& state, const GroupChoice& choice) {
+    const std::vector<GroupRow> rows = GroupRows(state);
+    return std::any_of(rows.begin(), rows.end(), [&](const GroupRow& row) {
+        return row.GroupBy == choice.Expression || row.FieldAlias == choice.ListedAlias;
+    });
+}
+
+bool AskForOutput(const ZPGGlobalDeclarations& state, const QString& listedOperator) {
+    const QString shown = state.Form->lstSelectedFields.Items.Text();
+    const QString question =
+        ResString(state, 159) + u' ' + listedOperator + u'(' + shown + u')' + ResString(state, 160);
+    return state.UserPrompts->MsgBox(question, BoxStyle::Question + BoxStyle::YesNo,
+                                     state.Options.gRunTimeCaption) == BoxAnswer::Yes;
+}
+
+void WriteRow(ado::Recordset& groups, const GroupChoice& choice, bool output) {
+    groups.SetValue(u"OutputYes/No", output ? QStringLiteral("YES") : QStringLiteral("NO"));
+    groups.SetValue(u"FieldName", choice.Key);
+    groups.SetValue(u"GroupBy", choice.Expression);
+    if (!choice.Alias.isEmpty()) groups.SetValue(u"FieldAlias", choice.Alias);
+    groups.Update();
+}
+
+void WriteAlias(ado::Recordset& aliases, const GroupChoice& choice) {
+    aliases.AddNew();
+    aliases.SetValue(u"FieldName", choice.Expression);
+    aliases.SetValue(u"Alias", choice.Alias);
+    aliases.SetValue(u"RecordsetType", QStringLiteral("rsGroupBy"));
+    aliases.Update();
+}
+
+bool IsOpen(const ado::RecordsetPtr& recordset) {
+    return recordset && recordset->IsOpen();
+}
+
+/// Writes what `write` writes into a row of its own; one that can't be written whole is taken back.
+template <typename Write>
+void WriteOrCancel(ado::Recordset& recordset, Write write) {
+    try {
+        write();
+    } catch (const ado::Error&) {
+        recordset.CancelUpdate();
+    }
+}
+
+}  // namespace
+
+FormState::FieldKey SelectedFieldKey(const FormState& form) {
+    const int index = form.lstSelectedFields.Items.ListIndex();
+    if (index < 0 || static_cast<std::size_t>(index) >= form.SelectedFieldKeys.size()) return {};
+    return form.SelectedFieldKeys[static_cast<std::size_t>(index)];
+}
+
+void AddGroupRow(ZPGGlobalDeclarations& state) {
+    const GroupChoice choice = ReadChoice(state);
+    if (choice.Key.isEmpty() || choice.Operator.isEmpty() || !IsOpen(state.rsGroupBy)) return;
+    if (StandsAlready(state, choice)) return;
+    const ado::RecordsetPtr groups = state.rsGroupBy;
+    const int showing = state.Showing;
+    // The row stands, still empty, while the question is asked.
+    groups->AddNew();
+    const bool output = AskForOutput(state, choice.Operator);
+    if (state.Showing != showing) return;
+    WriteOrCancel(*groups, [&] {
+        WriteRow(*groups, choice, output);
+        if (!choice.Alias.isEmpty() && IsOpen(state.rsAlias))
+            WriteOrCancel(*state.rsAlias, [&] { WriteAlias(*state.rsAlias, choice); });
+    });
+}
+
+void AddOrderRow(ZPGGlobalDeclarations& state) {
+    const QString key = SelectedFieldKey(*state.Form).Key;
+    if (key.isEmpty() || !IsOpen(state.rsOrderBy)) return;
+    ado::Recordset& orders = *state.rsOrderBy;
+    orders.AddNew();
+    WriteOrCancel(orders, [&] {
+        orders.SetValue(u"FieldName", key);
+        orders.SetValue(u"OrderBy", QString(key + u' ' + state.Form->lstOperands.Items.Text()));
+        orders.Update();
+    });
+}
+
+}  // namespace zephrin
