@@ -304,6 +304,8 @@ QString DataGridPrivate::Commit(CellEditor& editor) {
 bool DataGridPrivate::CommitByUser(CellEditor& editor) {
     const QString refusal = Commit(editor);
     if (refusal.isNull()) return true;
+    // Loss of focus and change of cell both bring the same text.
+    if (std::exchange(refusalPending, true)) return false;
     // The box that will say so must not open in the middle of a change of focus.
     const QPointer<CellEditor> open(&editor);
     QMetaObject::invokeMethod(
@@ -312,6 +314,7 @@ bool DataGridPrivate::CommitByUser(CellEditor& editor) {
 }
 
 void DataGridPrivate::ReportRefusal(const QPointer<CellEditor>& editor, const QString& text) {
+    refusalPending = false;
     const QPointer<DataGridPrivate> alive(this);
     Q_EMIT q.EditRefused(text);
     if (!alive || !editor || !editor->isVisible() || !editor->Cell().isValid()) return;

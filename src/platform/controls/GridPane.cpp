@@ -108,7 +108,8 @@ void GridPane::commitData(QWidget* widget) {
 void GridPane::closeEditor(QWidget* widget, QAbstractItemDelegate::EndEditHint hint) {
     const auto* editor = qobject_cast<const CellEditor*>(widget);
     if (editor && editor->IsRefused() && hint != QAbstractItemDelegate::RevertModelCache) return;
-    QTableView::closeEditor(widget, hint);
+    // Taking the text over may have closed the editor already; going on to the next cell is still to be done.
+    QTableView::closeEditor(OpenEditor() == editor ? widget : nullptr, hint);
 }
 
 void GridPane::CloseEditor(CellEditor* editor, QAbstractItemDelegate::EndEditHint hint) {
