@@ -1,5 +1,6 @@
 #include "platform/ado/providers/sqlite/EngineFailures.h"
 
+#include "platform/ado/providers/sqlite/dialect/Wording.h"
 #include "platform/ado/providers/sqlite/values/TypeMap.h"
 
 namespace zephrin::ado::providers::sqlite {
@@ -15,9 +16,34 @@ QString ColumnName(sqlite3_stmt* statement, int column) {
     return numbered ? origin : name;
 }
 
+/// What stands behind `words` in a message of the engine, or a null text.
+QString Behind(const QString& message, QLatin1StringView words) {
+    return message.startsWith(words) ? message.sliced(words.size()) : QString();
+}
+
+/// The engine's own errors of a statement, where the dialect has words for them.
+Error StatementFailure(const QString& message, const EngineTask& task) {
+    if (task.Kind == StatementKind::CreateView && message.endsWith(QLatin1StringView("already exists")))
+        return NameIsTaken(task.Speaks, task.Name);
+    if (const QString name = Behind(message, QLatin1StringView("no such table: ")); !name.isEmpty())
+        return NoSuchTable(task.Speaks, name.startsWith(QLatin1StringView("main.")) ? name.sliced(5) : name,
+                           task.Position);
+    if (const QString name = Behind(message, QLatin1StringView("no such column: ")); !name.isEmpty())
+        return NoSuchColumn(task.Speaks, QString(), name, task.Position);
+    if (const QString name = Behind(message, QLatin1StringView("no such function: ")); !name.isEmpty())
+        return NoSuchFunction(task.Speaks, name, task.Position);
+    if (const QString rest = Behind(message, QLatin1StringView("wrong number of arguments to function "));
+        !rest.isEmpty())
+        return WrongArguments(task.Speaks, rest.left(rest.indexOf(u'(')), task.Position);
+    const qsizetype quoted = message.indexOf(QLatin1StringView("\": syntax error"));
+    if (message.startsWith(QLatin1StringView("near \"")) && quoted > 0)
+        return SyntaxNear(task.Speaks, message.sliced(6, quoted - 6), task.Position);
+    return Failure(FailureNumber::Statement, message, task.Position);
+}
+
 }  // namespace
 
-Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline) {
+Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline, const EngineTask& task) {
     const QString words = QString::fromUtf8(sqlite3_errmsg(database));
     switch (resultCode & 0xff) {
         case SQLITE_INTERRUPT:
@@ -44,7 +70,9 @@ Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline)
             return Failure(ErrorNumber::ProviderFailed,
                            QStringLiteral("The database file is damaged (%1).").arg(words));
         case SQLITE_ERROR:
-            return Failure(FailureNumber::Statement, words);
+            return StatementFailure(words, task);
+        case SQLITE_MISMATCH:
+            return Failure(FailureNumber::Conversion, words);
         default:
             return Failure(ErrorNumber::ProviderFailed, words);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/providers/sqlite/Deadline.h"
+#include "platform/ado/providers/sqlite/dialect/Tree.h"
 #include "platform/ado/providers/sqlite/values/Dialect.h"
 #include "platform/ado/providers/sqlite/values/Failures.h"
 
@@ -8,8 +9,16 @@
 
 namespace zephrin::ado::providers::sqlite {
 
-/// The error for what the engine has just refused.
-Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline);
+/// What the engine was busy with.
+struct EngineTask {
+    Dialect Speaks;
+    StatementKind Kind = StatementKind::Other;
+    QString Name = {};
+    qsizetype Position = -1;
+};
+
+/// The error for what the engine has just refused, in the words of the dialect.
+Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline, const EngineTask& task);
 
 /// What the engine itself says of the columns of a statement. A type that nothing declares stays Empty.
 QList<Field> EngineFields(sqlite3_stmt* statement, Dialect dialect);

@@ -2,6 +2,7 @@
 
 #include "platform/ado/providers/sqlite/EngineFailures.h"
 #include "platform/ado/providers/sqlite/SqliteCursor.h"
+#include "platform/ado/providers/sqlite/functions/Functions.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -71,6 +72,7 @@ SqliteSession::SqliteSession(const OpenOptions& options, int timeout)
     : dialect(options.Speaks), database(OpenFile(options)), catalog(database.get(), dialect) {
     CheckDatabase(options.Path, timeout);
     RegisterSchemaFunctions(database.get(), dialect);
+    RegisterFunctions(database.get(), dialect);
 }
 
 /// The engine opens any file and looks into it only when asked; asking now makes a wrong file an error of the
@@ -83,21 +85,57 @@ void SqliteSession::CheckDatabase(const QString& path, int timeout) {
     if (code == SQLITE_OK) return;
     if ((code & 0xff) == SQLITE_NOTADB)
         throw ConnectFailure(QStringLiteral("The file '%1' is not a database.").arg(path));
-    throw EngineFailure(database.get(), code, deadline);
+    throw EngineFailure(database.get(), code, deadline, {dialect});
 }
 
 std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const ExecuteOptions& options) {
     Deadline deadline(options.CommandTimeout);
+    Translation translation;
+    {
+        const Deadline::Scope scope(database.get(), deadline);
+        catalog.Refresh();
+        translation = Translate(statement, dialect, catalog);
+    }
+    // All steps but the last are made at once; should a later one fail, none has happened.
+    const bool several = translation.Steps.size() > 1;
+    if (several) Run("SAVEPOINT zx_steps");
+    try {
+        for (size_t step = 0; step + 1 < translation.Steps.size(); ++step)
+            RunStep(translation, step, deadline);
+        std::unique_ptr<Cursor> cursor = RunStep(translation, translation.Steps.size() - 1, deadline);
+        if (translation.Kind == StatementKind::CreateView || translation.Kind == StatementKind::AlterView)
+            catalog.Refresh();
+        if (several) Run("RELEASE zx_steps");
+        return cursor;
+    } catch (const Error&) {
+        if (several) {
+            Run("ROLLBACK TO zx_steps");
+            Run("RELEASE zx_steps");
+        }
+        throw;
+    }
+}
+
+void SqliteSession::Run(const char* sql) {
+    sqlite3_exec(database.get(), sql, nullptr, nullptr, nullptr);
+}
+
+std::unique_ptr<Cursor> SqliteSession::RunStep(const Translation& translation, size_t step,
+                                               Deadline& deadline) {
     sqlite3* const connection = database.get();
-    const auto failure = [connection](int code, const Deadline& by) {
-        return EngineFailure(connection, code, by);
+    const MappedText& text = translation.Steps[step];
+    const auto failure = [connection, text, kind = translation.Kind, name = translation.Name,
+                          speaks = dialect](int code, const Deadline& by) {
+        // An error of the engine knows its place in the text that the engine got.
+        const int offset = sqlite3_error_offset(connection);
+        return EngineFailure(connection, code, by,
+                             {speaks, kind, name, offset < 0 ? -1 : text.Origin(offset)});
     };
     StatementHandle prepared;
     QList<Field> fields;
     {
         const Deadline::Scope scope(connection, deadline);
-        catalog.Refresh();
-        const QByteArray sql = statement.toUtf8();
+        const QByteArray& sql = text.Text();
         sqlite3_stmt* raw = nullptr;
         const char* tail = nullptr;
         const int code = sqlite3_prepare_v2(connection, sql.constData(), int(sql.size()), &raw, &tail);
@@ -106,11 +144,28 @@ std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const E
         if (!raw) throw Failure(FailureNumber::Statement, QStringLiteral("The statement is empty."));
         if (!QByteArray(tail).trimmed().isEmpty())
             throw Failure(FailureNumber::Statement,
-                          QStringLiteral("Only one statement can be run at a time."));
-        fields = EngineFields(raw, dialect);
+                          QStringLiteral("Only one statement can be run at a time."),
+                          text.Origin(tail - sql.constData()));
+        fields = FieldsOf(raw, translation);
     }
     return std::make_unique<SqliteCursor>(connection, std::move(prepared), std::move(fields), deadline,
                                           failure);
+}
+
+/// Names and types come from the statement as it was read; the engine only sees what became of it.
+QList<Field> SqliteSession::FieldsOf(sqlite3_stmt* statement, const Translation& translation) const {
+    QList<Field> fields = EngineFields(statement, dialect);
+    if (fields.size() != translation.Output.size()) return fields;
+    for (qsizetype column = 0; column < fields.size(); ++column) {
+        const OutputColumn& output = translation.Output[column];
+        fields[column] = {output.Name,
+                          output.Type.Type,
+                          output.Type.DefinedSize,
+                          FieldIsNullable | FieldMayBeNull,
+                          output.Type.Precision,
+                          output.Type.NumericScale};
+    }
+    return fields;
 }
 
 std::unique_ptr<Cursor> SqliteSession::Tables() {
@@ -134,8 +189,8 @@ std::unique_ptr<Cursor> SqliteSession::Columns(const QString& table) {
 std::unique_ptr<Cursor> SqliteSession::RunSchemaQuery(const char* sql, const QString& argument,
                                                       QList<Field> fields) {
     sqlite3* const connection = database.get();
-    const auto failure = [connection](int code, const Deadline& by) {
-        return EngineFailure(connection, code, by);
+    const auto failure = [connection, speaks = dialect](int code, const Deadline& by) {
+        return EngineFailure(connection, code, by, {speaks});
     };
     // Whoever changes the schema holds the lock for a moment only.
     Deadline deadline(30);

@@ -2,8 +2,10 @@
 
 #include "platform/ado/Provider.h"
 #include "platform/ado/providers/sqlite/ConnectionStringReader.h"
+#include "platform/ado/providers/sqlite/Deadline.h"
 #include "platform/ado/providers/sqlite/Handles.h"
 #include "platform/ado/providers/sqlite/SchemaCatalog.h"
+#include "platform/ado/providers/sqlite/dialect/Translation.h"
 
 namespace zephrin::ado::providers::sqlite {
 
@@ -19,6 +21,9 @@ class SqliteSession final : public Session {
 
  private:
     void CheckDatabase(const QString& path, int timeout);
+    void Run(const char* sql);
+    std::unique_ptr<Cursor> RunStep(const Translation& translation, size_t step, Deadline& deadline);
+    QList<Field> FieldsOf(sqlite3_stmt* statement, const Translation& translation) const;
     std::unique_ptr<Cursor> RunSchemaQuery(const char* sql, const QString& argument, QList<Field> fields);
 
     Dialect dialect;

@@ -37,9 +37,18 @@ std::optional<qint64> ReadIsoDate(const char* text, qsizetype bytes);
 /// Writes the stored form.
 QByteArray WriteIsoDate(qint64 ticks);
 
-/// Reads what people and statements write: the stored forms, month/day/year with "/", "-" or ".", YYYYMMDD,
-/// two-digit years (0 to 29 are 2000 to 2029), names of months, times with am and pm. A time alone is on the
-/// day zero of a file dialect's calendar (1899-12-30) when `timeOnFileDay` says so, else on 1900-01-01.
-std::optional<qint64> ReadDate(QStringView text, bool timeOnFileDay = false);
+/// In which order three numbers without a month's name are read, unless the first is a year of four digits.
+enum class DateOrder { MonthFirst, DayFirst, YearFirst };
+
+/// Reads what people and statements write: the stored forms, three numbers with "/", "-" or "." between them,
+/// YYYYMMDD, names of months, times with am and pm. `file` reads as the file dialects do: two digits up to 29
+/// are a year after 2000 (49 on a server), a day that can't be a month changes places with it, and a time
+/// alone is on 1899-12-30.
+std::optional<qint64> ReadDate(QStringView text, bool file, DateOrder order = DateOrder::MonthFirst);
+
+/// The day zero of a dialect's calendar, for dates that are reckoned with as numbers.
+inline qint64 DayZero(bool file) {
+    return file ? -25569 : -25567;
+}
 
 }  // namespace zephrin::ado::providers::sqlite

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/ado/providers/sqlite/values/Dialect.h"
+#include "platform/ado/providers/sqlite/values/Failures.h"
+
+#include <QString>
+
+namespace zephrin::ado::providers::sqlite {
+
+/// The errors of a statement in the manner of whose dialect it is: people know these texts, and a few are
+/// read by programs. Positions count from 0 in the statement as it was sent.
+
+/// What began and never ends.
+enum class Open { Text, Name, Date, Comment };
+
+Error Unclosed(Dialect dialect, Open what, const QString& content, qsizetype position);
+Error SyntaxNear(Dialect dialect, const QString& token, qsizetype position, bool isKeyword = false);
+Error StatementEmpty(Dialect dialect);
+Error TooDeep(qsizetype position);
+Error NoSuchTable(Dialect dialect, const QString& name, qsizetype position);
+Error NoSuchColumn(Dialect dialect, const QString& qualifier, const QString& name, qsizetype position);
+Error AmbiguousColumn(Dialect dialect, const QString& name, qsizetype position);
+Error NoSuchFunction(Dialect dialect, const QString& name, qsizetype position);
+Error WrongArguments(Dialect dialect, const QString& name, qsizetype position);
+Error BadTop(Dialect dialect, const QString& typed, bool percent, qsizetype position);
+Error NotADate(Dialect dialect, const QString& text, qsizetype position);
+Error NotANumber(Dialect dialect, const QString& text, const QString& type, qsizetype position);
+Error NotGrouped(Dialect dialect, const QString& expression, const QString& clause, qsizetype position);
+Error OrderNotSelected(Dialect dialect, const QString& expression, qsizetype position);
+Error AggregateMisplaced(Dialect dialect, const QString& expression, qsizetype position);
+Error NameIsTaken(Dialect dialect, const QString& name);
+Error IncompatibleTypes(Dialect dialect, const QString& what, qsizetype position);
+
+}  // namespace zephrin::ado::providers::sqlite

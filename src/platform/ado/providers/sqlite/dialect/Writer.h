@@ -1,0 +1,83 @@
+#pragma once
+
+#include "platform/ado/providers/sqlite/dialect/Translation.h"
+#include "platform/ado/providers/sqlite/dialect/Tree.h"
+
+namespace zephrin::ado::providers::sqlite {
+
+/// Writes a resolved tree as SQLite's text.
+///
+/// What SQLite would silently do otherwise than the servers is said in full: texts are compared with the
+/// provider's order of texts, dates in their stored form, truth as truth, and an operation that depends on
+/// its operands is a call.
+class Writer {
+ public:
+    /// `forView` writes what may be kept in the file: without a collation that only this provider knows.
+    Writer(const QString& statement, Dialect dialect, bool forView)
+        : text(statement), speaks(dialect), collation(forView ? " COLLATE NOCASE" : " COLLATE ZEPHRIN") {}
+
+    void WriteQuery(const Query& query);
+    void WriteStatement(const Statement& statement);
+    MappedText Take() { return std::move(out); }
+
+ private:
+    /// What two values are compared as.
+    enum class As : quint8 { Raw, Text, Date, Truth, Number };
+
+    // --- Queries (WriterQueries.cpp)
+    void WriteArm(const QueryArm& arm, bool alone, bool distinct);
+    void WriteCore(const SelectCore& core, bool distinct);
+    void WriteItems(const SelectCore& core, bool distinct);
+    void WriteStar(const QList<StarColumn>& columns, bool distinct);
+    void WriteSources(const SelectCore& core);
+    void WriteSource(const Source& source);
+    void WriteOrder(const std::vector<OrderItem>& order);
+    void WriteLimit(const SelectCore& core);
+    void WriteChange(const Statement& statement);
+    void WriteStored(const Expression& value, DataType column);
+    /// A value that rows are grouped, sorted or made distinct by.
+    void WriteKey(const Expression& value);
+
+    // --- Expressions (WriterExpressions.cpp)
+    void Write(const Expression& value);
+    void WriteJoined(const std::vector<ExpressionPtr>& operands, size_t from, size_t to, const char* word);
+    void WriteList(const std::vector<ExpressionPtr>& operands, size_t from);
+    void WriteCall(const char* function, const Expression& value);
+    void WriteColumn(const Expression& column);
+    void WriteCase(const Expression& value);
+    void WriteCast(const Expression& value);
+    void WriteFunction(const Expression& call);
+    void WriteArgument(const Expression& value, bool asText);
+    void WriteAggregate(const Expression& call);
+    void WriteDate(const QString& literal, const Expression& at);
+
+    // --- Arithmetic (WriterArithmetic.cpp)
+    void WriteUnary(const Expression& value);
+    void WriteArithmetic(const Expression& value);
+    bool WriteDateArithmetic(const Expression& value);
+    void WritePlus(const Expression& value);
+    void WriteDivision(const Expression& value);
+    void WriteOperand(const Expression& value);
+    void WriteInfix(const Expression& value, const char* symbol);
+    void WriteLogic(const Expression& value);
+
+    // --- Comparisons (WriterComparisons.cpp)
+    static As Decide(const std::vector<const Expression*>& values);
+    void WriteCompared(const Expression& value, As as);
+    void WriteTruth(const Expression& value);
+    void WriteNumber(const Expression& value);
+    void WriteComparison(const Expression& left, const QString& symbol, const Expression& right);
+    void WriteBetween(const Expression& value);
+    void WriteInList(const Expression& value);
+    void WriteInQuery(const Expression& value);
+    void WriteQuantified(const Expression& value);
+    void WriteLike(const Expression& value);
+    const char* CollationFor(As as) const { return as == As::Text ? collation : ""; }
+
+    QString text;
+    Dialect speaks;
+    const char* collation;
+    MappedText out;
+};
+
+}  // namespace zephrin::ado::providers::sqlite

@@ -1,0 +1,233 @@
+#include "platform/ado/providers/sqlite/dialect/Wording.h"
+#include "platform/ado/providers/sqlite/dialect/Writer.h"
+#include "platform/ado/providers/sqlite/values/DateText.h"
+#include "platform/ado/providers/sqlite/values/Naming.h"
+
+#include <algorithm>
+
+namespace zephrin::ado::providers::sqlite {
+
+namespace {
+
+/// What is not known to be anything else may be a text.
+bool IsComparedAsText(DataType type) {
+    return type == DataType::Empty || type == DataType::Guid || IsTextType(type);
+}
+
+}  // namespace
+
+void Writer::WriteQuery(const Query& query) {
+    const bool alone = query.Arms.size() == 1;
+    // Unless every arm keeps its duplicates, equal rows of the arms become one.
+    const bool distinct = std::any_of(query.Arms.begin(), query.Arms.end(), [](const QueryArm& arm) {
+        return arm.Joined != SetOperator::First && arm.Joined != SetOperator::UnionAll;
+    });
+    for (const QueryArm& arm : query.Arms) {
+        switch (arm.Joined) {
+            case SetOperator::First:
+                break;
+            case SetOperator::Union:
+                out << " UNION ";
+                break;
+            case SetOperator::UnionAll:
+                out << " UNION ALL ";
+                break;
+            case SetOperator::Intersect:
+                out << " INTERSECT ";
+                break;
+            case SetOperator::Except:
+                out << " EXCEPT ";
+                break;
+        }
+        WriteArm(arm, alone, distinct);
+    }
+    WriteOrder(query.OrderBy);
+    if (alone && !query.Arms.front().Nested) WriteLimit(query.Arms.front().Core);
+}
+
+void Writer::WriteArm(const QueryArm& arm, bool alone, bool distinct) {
+    if (arm.Nested) {
+        out << "SELECT * FROM (";
+        WriteQuery(*arm.Nested);
+        out << ")";
+    } else if (arm.Core.Top && !alone) {
+        // The engine limits the whole, not an arm.
+        out << "SELECT * FROM (";
+        WriteCore(arm.Core, distinct || arm.Core.Distinct);
+        WriteLimit(arm.Core);
+        out << ")";
+    } else {
+        WriteCore(arm.Core, distinct || arm.Core.Distinct);
+    }
+}
+
+/// `distinct`: the values of the items are held against each other.
+void Writer::WriteCore(const SelectCore& core, bool distinct) {
+    out.Mark(core.At.From);
+    out << "SELECT " << (core.Distinct ? "DISTINCT " : "");
+    WriteItems(core, distinct);
+    WriteSources(core);
+    if (core.Where) {
+        out << " WHERE ";
+        Write(*core.Where);
+    }
+    for (size_t index = 0; index < core.GroupBy.size(); ++index) {
+        out << (index == 0 ? " GROUP BY " : ", ");
+        WriteKey(*core.GroupBy[index]);
+    }
+    if (core.Having) {
+        out << " HAVING ";
+        Write(*core.Having);
+    }
+}
+
+void Writer::WriteItems(const SelectCore& core, bool distinct) {
+    size_t star = 0;
+    qsizetype column = 0;
+    for (size_t index = 0; index < core.Items.size(); ++index) {
+        if (index > 0) out << ", ";
+        const Expression& value = *core.Items[index].Value;
+        if (value.Kind == ExpressionKind::Star) {
+            const QList<StarColumn>& columns = core.Stars[star++];
+            column += columns.size();
+            if (core.StarsAreDistinct)
+                WriteStar(columns, distinct);
+            else
+                out << (value.Qualifier.isEmpty() ? QByteArray("*") : QuotedName(value.Qualifier) + ".*");
+            continue;
+        }
+        if (distinct)
+            WriteKey(value);
+        else
+            Write(value);
+        const QString& name = core.Output[column++].Name;
+        if (!name.isEmpty()) out << " AS " << QuotedName(name);
+    }
+}
+
+void Writer::WriteStar(const QList<StarColumn>& columns, bool distinct) {
+    for (qsizetype index = 0; index < columns.size(); ++index) {
+        if (index > 0) out << ", ";
+        Expression column;
+        column.Kind = ExpressionKind::Column;
+        column.Qualifier = columns[index].Source;
+        column.Name = columns[index].Name;
+        column.Type = columns[index].Type;
+        if (distinct)
+            WriteKey(column);
+        else
+            WriteColumn(column);
+        out << " AS " << QuotedName(columns[index].Name);
+    }
+}
+
+void Writer::WriteKey(const Expression& value) {
+    const DataType type = value.Type.Type;
+    if (IsDateType(type)) return WriteCompared(value, As::Date);
+    WriteOperand(value);
+    if (IsComparedAsText(type) && value.Kind != ExpressionKind::Null) out << collation;
+}
+
+void Writer::WriteSources(const SelectCore& core) {
+    for (size_t index = 0; index < core.From.size(); ++index) {
+        out << (index == 0 ? " FROM " : ", ");
+        WriteSource(*core.From[index]);
+    }
+}
+
+void Writer::WriteSource(const Source& source) {
+    out.Mark(source.At.From);
+    switch (source.Kind) {
+        case SourceKind::Table:
+            out << QuotedName(source.Name);
+            break;
+        case SourceKind::Derived:
+            out << "(";
+            WriteQuery(*source.Nested);
+            out << ")";
+            break;
+        case SourceKind::Join: {
+            static constexpr const char* words[] = {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ",
+                                                    " FULL JOIN ", " CROSS JOIN "};
+            out << "(";
+            WriteSource(*source.Left);
+            out << words[int(source.How)];
+            WriteSource(*source.Right);
+            if (source.On) {
+                out << " ON ";
+                Write(*source.On);
+            }
+            out << ")";
+            return;
+        }
+    }
+    if (!source.Alias.isEmpty()) out << " AS " << QuotedName(source.Alias);
+}
+
+void Writer::WriteOrder(const std::vector<OrderItem>& order) {
+    for (size_t index = 0; index < order.size(); ++index) {
+        out << (index == 0 ? " ORDER BY " : ", ");
+        const Expression& value = *order[index].Value;
+        out.Mark(value.At.From);
+        if (value.Output < 0) {
+            WriteKey(value);
+        } else {
+            // By its number: inside an expression the engine would take the name for a column's.
+            out << QByteArray::number(value.Output + 1);
+            if (IsComparedAsText(value.Type.Type)) out << collation;
+        }
+        if (order[index].Descending) out << " DESC";
+    }
+}
+
+void Writer::WriteChange(const Statement& statement) {
+    out.Mark(statement.NameAt.From);
+    const QByteArray name = "main." + QuotedName(statement.Name);
+    if (statement.Kind == StatementKind::Delete) out << "DELETE FROM " << name;
+    if (statement.Kind == StatementKind::Update) {
+        out << "UPDATE " << name << " SET ";
+        for (size_t index = 0; index < statement.Assignments.size(); ++index) {
+            const Assignment& assignment = statement.Assignments[index];
+            if (index > 0) out << ", ";
+            out << QuotedName(assignment.Column) << " = ";
+            WriteStored(*assignment.Value, assignment.Type.Type);
+        }
+    }
+    if (statement.Where) {
+        out << " WHERE ";
+        Write(*statement.Where);
+    }
+}
+
+/// A date goes into its column in the one form in which dates are stored.
+void Writer::WriteStored(const Expression& value, DataType column) {
+    if (IsDateType(column)) return WriteCompared(value, As::Date);
+    if (column == DataType::Boolean) return WriteTruth(value);
+    Write(value);
+}
+
+void Writer::WriteStatement(const Statement& statement) {
+    WriteChange(statement);
+    if (statement.Kind != StatementKind::Insert) return;
+    out << "INSERT INTO main." << QuotedName(statement.Name);
+    for (qsizetype index = 0; index < statement.Columns.size(); ++index)
+        out << (index == 0 ? " (" : ", ") << QuotedName(statement.Columns[index]);
+    if (!statement.Columns.isEmpty()) out << ")";
+    if (statement.Body) {
+        out << " ";
+        WriteQuery(*statement.Body);
+        return;
+    }
+    for (size_t row = 0; row < statement.Rows.size(); ++row) {
+        out << (row == 0 ? " VALUES (" : ", (");
+        for (size_t index = 0; index < statement.Rows[row].size(); ++index) {
+            if (index > 0) out << ", ";
+            const bool known = index < size_t(statement.Assignments.size());
+            WriteStored(*statement.Rows[row][index],
+                        known ? statement.Assignments[index].Type.Type : DataType::Empty);
+        }
+        out << ")";
+    }
+}
+
+}  // namespace zephrin::ado::providers::sqlite

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/ado/providers/sqlite/values/DateText.h"
+#include "platform/ado/providers/sqlite/values/Dialect.h"
+
+#include <QString>
+
+#include <optional>
+#include <sqlite3.h>
+
+namespace zephrin::ado::providers::sqlite {
+
+/// One call of a function out of a statement: its arguments and its result.
+///
+/// A conversion that fails has already reported the error; the function then only returns.
+class Call {
+ public:
+    Call(sqlite3_context* running, Dialect speaks, int arguments, sqlite3_value** given)
+        : context(running), dialect(speaks), count(arguments), values(given) {}
+
+    int Count() const { return count; }
+    bool IsFile() const { return IsFileDialect(dialect); }
+    Dialect Speaks() const { return dialect; }
+    /// SQLITE_INTEGER, SQLITE_TEXT, ...
+    int Storage(int index) const { return sqlite3_value_type(values[index]); }
+    bool IsNull(int index) const { return Storage(index) == SQLITE_NULL; }
+    /// Most functions of Null are Null.
+    bool AnyNull() const;
+    sqlite3_value* Raw(int index) const { return values[index]; }
+
+    /// A number becomes text as it is displayed.
+    QString Text(int index) const;
+    std::optional<double> Number(int index);
+    /// A number, rounded to the even neighbour where it lies between two.
+    std::optional<qint64> Whole(int index);
+    /// Ticks since 1970, of a text that is a date or a number of days.
+    std::optional<qint64> Date(int index);
+
+    void ReturnNull() { sqlite3_result_null(context); }
+    void Return(qint64 value) { sqlite3_result_int64(context, value); }
+    /// Refuses what is not a number any more.
+    void Return(double value);
+    void Return(const QString& value);
+    void ReturnDate(qint64 ticks);
+    void ReturnArgument(int index) { sqlite3_result_value(context, values[index]); }
+    /// Ends the statement with this error.
+    void Fail(const QString& onServer, const QString& onFile);
+    void FailDivision();
+    void FailArgument(const QString& function);
+
+ private:
+    sqlite3_context* context;
+    Dialect dialect;
+    int count;
+    sqlite3_value** values;
+};
+
+/// A number as it is displayed: fifteen digits, no more than needed.
+QString NumberText(double value);
+/// The number that a text holds from its first to its last character but for blanks.
+std::optional<double> NumberIn(const QString& text);
+QString TextOf(sqlite3_value* value);
+
+/// A function and the name by which statements call it; -1 for any number of arguments.
+struct FunctionEntry {
+    const char* Name;
+    int Arguments;
+    void (*Run)(Call& call);
+    bool Deterministic = true;
+};
+
+}  // namespace zephrin::ado::providers::sqlite

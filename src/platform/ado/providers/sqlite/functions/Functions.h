@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/ado/providers/sqlite/functions/Call.h"
+
+#include <QList>
+
+namespace zephrin::ado::providers::sqlite {
+
+/// The functions that a translated statement may call, by what they work on.
+QList<FunctionEntry> TextFunctions();
+QList<FunctionEntry> MathFunctions();
+QList<FunctionEntry> DateFunctions();
+QList<FunctionEntry> OperatorFunctions();
+QList<FunctionEntry> ConversionFunctions();
+
+/// Makes everything known to a connection: functions, aggregates, the order of texts.
+void RegisterFunctions(sqlite3* database, Dialect dialect);
+
+/// The order of texts of the servers: no regard to case, nor to blanks at the end.
+int CompareTexts(const char* left, int leftBytes, const char* right, int rightBytes);
+
+/// Whether `text` fits the pattern: % any characters, _ one, [abc] and [a-c] one of them, [^a] none of them.
+/// `escape` takes its meaning from the character behind it; 0 for none.
+bool IsLike(QStringView text, QStringView pattern, QChar escape = QChar());
+
+/// A date as the server writes it in a style of CONVERT, or nothing for a style that is not there.
+std::optional<QString> DateInStyle(qint64 ticks, int style);
+/// How three numbers of a text are read in that style.
+DateOrder OrderOfStyle(int style);
+
+}  // namespace zephrin::ado::providers::sqlite

@@ -1,0 +1,154 @@
+#include "platform/ado/providers/sqlite/functions/Functions.h"
+
+#include <QRandomGenerator>
+
+#include <cmath>
+
+namespace zephrin::ado::providers::sqlite {
+
+namespace {
+
+/// A function of one number that is defined for every number.
+template <double (*Function)(double)>
+void OfNumber(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    if (const std::optional<double> number = call.Number(0)) call.Return(Function(*number));
+}
+
+/// Keeps a whole number whole.
+template <double (*Function)(double)>
+void Rounded(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    if (call.Storage(0) == SQLITE_INTEGER) return call.ReturnArgument(0);
+    if (const std::optional<double> number = call.Number(0)) call.Return(Function(*number));
+}
+
+double Cosine(double value) {
+    return std::cos(value);
+}
+double Sine(double value) {
+    return std::sin(value);
+}
+double Tangent(double value) {
+    return std::tan(value);
+}
+double ArcTangent(double value) {
+    return std::atan(value);
+}
+double Exponential(double value) {
+    return std::exp(value);
+}
+double Down(double value) {
+    return std::floor(value);
+}
+double Up(double value) {
+    return std::ceil(value);
+}
+double TowardsZero(double value) {
+    return std::trunc(value);
+}
+
+void Abs(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    if (call.Storage(0) == SQLITE_INTEGER) {
+        const std::optional<qint64> whole = call.Whole(0);
+        if (*whole == std::numeric_limits<qint64>::min()) return call.Return(std::fabs(double(*whole)));
+        return call.Return(*whole < 0 ? -*whole : *whole);
+    }
+    if (const std::optional<double> number = call.Number(0)) call.Return(std::fabs(*number));
+}
+
+void Logarithm(Call& call) {
+    if (call.AnyNull()) return call.ReturnNull();
+    const std::optional<double> number = call.Number(0);
+    const std::optional<double> base = call.Count() > 1 ? call.Number(1) : std::optional<double>(M_E);
+    if (!number || !base) return;
+    if (*number <= 0 || *base <= 0 || *base == 1)
+        return call.Fail(
+            QStringLiteral("An invalid floating point operation occurred: log of %1.").arg(*number),
+            QStringLiteral("Invalid procedure call: Log of %1.").arg(*number));
+    call.Return(call.Count() > 1 ? std::log(*number) / std::log(*base) : std::log(*number));
+}
+
+void Logarithm10(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    const std::optional<double> number = call.Number(0);
+    if (!number) return;
+    if (*number <= 0) return call.FailArgument(QStringLiteral("log10"));
+    call.Return(std::log10(*number));
+}
+
+void SquareRoot(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    const std::optional<double> number = call.Number(0);
+    if (!number) return;
+    if (*number < 0)
+        return call.Fail(
+            QStringLiteral("An invalid floating point operation occurred: square root of %1.").arg(*number),
+            QStringLiteral("Invalid procedure call: Sqr of %1.").arg(*number));
+    call.Return(std::sqrt(*number));
+}
+
+void Sign(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    if (const std::optional<double> number = call.Number(0))
+        call.Return(qint64(*number > 0 ? 1 : *number < 0 ? -1 : 0));
+}
+
+/// Halves go away from zero on a server, to the even neighbour in a file.
+void Round(Call& call) {
+    if (call.AnyNull()) return call.ReturnNull();
+    const std::optional<qint64> places = call.Count() > 1 ? call.Whole(1) : std::optional<qint64>(0);
+    if (!places) return;
+    if (call.Storage(0) == SQLITE_INTEGER && *places >= 0) return call.ReturnArgument(0);
+    const std::optional<double> number = call.Number(0);
+    if (!number) return;
+    if (*places < 0 && call.IsFile()) return call.FailArgument(QStringLiteral("Round"));
+    if (*places > 15) return call.Return(*number);
+    const double unit = std::pow(10.0, double(std::abs(*places)));
+    // 2.675 is a little less in binary; fifteen digits say what was meant.
+    const double scaled = QString::number(*places >= 0 ? *number * unit : *number / unit, 'g', 15).toDouble();
+    const double rounded = call.IsFile() ? std::nearbyint(scaled) : std::round(scaled);
+    call.Return(*places >= 0 ? rounded / unit : rounded * unit);
+}
+
+void Power(Call& call) {
+    if (call.AnyNull()) return call.ReturnNull();
+    const std::optional<double> base = call.Number(0);
+    const std::optional<double> exponent = base ? call.Number(1) : base;
+    if (!base || !exponent) return;
+    if (*base == 0 && *exponent < 0) return call.FailDivision();
+    const double result = std::pow(*base, *exponent);
+    if (std::isnan(result)) return call.FailArgument(QStringLiteral("power"));
+    call.Return(result);
+}
+
+/// A new number for every row, whatever the argument.
+void Random(Call& call) {
+    call.Return(QRandomGenerator::global()->generateDouble());
+}
+
+}  // namespace
+
+QList<FunctionEntry> MathFunctions() {
+    return {
+        {"zx_abs", 1, Abs},
+        {"zx_cos", 1, OfNumber<Cosine>},
+        {"zx_sin", 1, OfNumber<Sine>},
+        {"zx_tan", 1, OfNumber<Tangent>},
+        {"zx_atn", 1, OfNumber<ArcTangent>},
+        {"zx_exp", 1, OfNumber<Exponential>},
+        {"zx_floor", 1, Rounded<Down>},
+        {"zx_ceiling", 1, Rounded<Up>},
+        {"zx_fix", 1, Rounded<TowardsZero>},
+        {"zx_log", -1, Logarithm},
+        {"zx_log10", 1, Logarithm10},
+        {"zx_sqr", 1, SquareRoot},
+        {"zx_sgn", 1, Sign},
+        {"zx_round", -1, Round},
+        {"zx_power", 2, Power},
+        {"zx_rnd", -1, Random, false},
+    };
+}
+
+}  // namespace zephrin::ado::providers::sqlite
