@@ -134,6 +134,7 @@ void Zephrin::Private::FormUnloaded(const QString& loadError) {
 }
 
 void Zephrin::Private::FormDestroyed() {
+    form.clear();
     if (!openShowing) return;
     const std::shared_ptr<ZPGGlobalDeclarations> run = state;
     const QString loadError = run->Showing == *openShowing ? UnloadForm(*run) : QString();
