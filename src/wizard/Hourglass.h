@@ -14,6 +14,7 @@ class Hourglass {
     Hourglass& operator=(const Hourglass&) = delete;
 
     void Show(MousePointer pointer);
+    bool IsHourglass() const { return shown == MousePointer::Hourglass; }
 
  private:
     MousePointer shown = MousePointer::Default;

@@ -49,6 +49,7 @@ class frmZPG::Private : public WizardHost {
     void MakeShortcuts();
     void NameForScreenReaders();
     void ShowState();
+    void ShowAtOnce();
     void ShowTabs();
     void TakeFocus();
     void TabChosen(int index);
@@ -212,6 +213,12 @@ void frmZPG::Private::ShowState() {
     if (std::exchange(form->Minimised, false)) q->showMinimized();
 }
 
+/// In the middle of an operation: whoever asks is about to keep the event loop waiting.
+void frmZPG::Private::ShowAtOnce() {
+    ShowState();
+    if (q->isVisible() && pointer.IsHourglass()) q->repaint();
+}
+
 void frmZPG::Private::ShowTabs() {
     const TabState& tabs = form->TabZPG;
     const QSignalBlocker blocker(TabZPG);
@@ -287,7 +294,7 @@ bool frmZPG::Load() {
     const auto run = d->state;
     const Private::Handler handler(d.get());
     d->loaded = true;
-    run->ShowForm = [this] { d->ShowState(); };
+    run->ShowForm = [this] { d->ShowAtOnce(); };
     run->UserPrompts =
         std::make_shared<ShowingPrompts>(run->UserPrompts, [run = run.get()] { ShowFormNow(*run); });
     if (LoadForm(*run)) {
