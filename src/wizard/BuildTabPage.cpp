@@ -1,6 +1,8 @@
 #include "wizard/BuildTabPage.h"
 
 #include "flow/BuildTab.h"
+#include "flow/Criteria.h"
+#include "flow/CriteriaGrid.h"
 #include "output/CreateView.h"
 #include "output/RunQuery.h"
 #include "platform/controls/ColouredText.h"
@@ -12,6 +14,7 @@
 #include "wizard/Look.h"
 #include "wizard/Pick.h"
 #include "wizard/ShowControl.h"
+#include "wizard/frmCriteriaBuilder.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -20,6 +23,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
@@ -54,6 +58,10 @@ QHBoxLayout* PlainRow(QWidget* parent) {
     return layout;
 }
 
+void TellRefusal(ZPGGlobalDeclarations& state, const QString& text) {
+    state.UserPrompts->MsgBox(text, BoxStyle::Exclamation, state.Options.gRunTimeCaption);
+}
+
 }  // namespace
 
 BuildTabPage::BuildTabPage(WizardHost& wizardHost) : WizardPage(wizardHost, QStringLiteral("tabBuild")) {
@@ -68,6 +76,7 @@ BuildTabPage::BuildTabPage(WizardHost& wizardHost) : WizardPage(wizardHost, QStr
     layout->addWidget(halves);
     ConnectLeft();
     ConnectRight();
+    ConnectGrid();
     SetVisitOrder();
 }
 
@@ -258,6 +267,57 @@ void BuildTabPage::ConnectLeft() {
         OnClick(optAndOr[i], [i](ZPGGlobalDeclarations& state) { state.Form->optAndOr.Selected = i; });
     OnPick(Host(), lstSelectedFields, [](FormState& form) { return &form.lstSelectedFields.Items; });
     OnPick(Host(), lstOperands, [](FormState& form) { return &form.lstOperands.Items; });
+    ConnectValueBox(0, [](FormState& form) { return &form.cmbAvailableValues1.Items; });
+    ConnectValueBox(1, [](FormState& form) { return &form.cmbAvailableValues2.Items; });
+    OnClick(cmdFieldValues, LookUpFieldValues);
+    OnClick(cmdCommit, CommitEntry);
+    OnClick(cmdEditWhere, EditCriteria);
+}
+
+void BuildTabPage::ConnectValueBox(int box, ListState* (*items)(FormState&)) {
+    ComboBox* combo = cmbAvailableValues[static_cast<std::size_t>(box)];
+    OnPick(Host(), combo, items);
+    connect(combo, &ComboBox::Typed, this, [this, box](const QString& text) {
+        Host().Run([box, text](ZPGGlobalDeclarations& state) { ValueTyped(state, box, text); });
+    });
+    // Enter in a value is what the button beside it does, when it may be pressed.
+    connect(combo, &ComboBox::Entered, cmdCommit, &QPushButton::click);
+}
+
+void BuildTabPage::ConnectGrid() {
+    dgrSQL->SetAllowUpdate(true);
+    dgrSQL->SetAllowAddNew(true);
+    dgrSQL->SetNormalise(
+        [this](int, const QString& typed) { return NormaliseCriterion(Host().State(), typed); });
+    connect(dgrSQL, &controls::DataGrid::AfterColEdit, this, [this](int column) {
+        Host().Run([column](ZPGGlobalDeclarations& state) { CriterionEdited(state, column); });
+    });
+    connect(dgrSQL, &controls::DataGrid::ButtonClick, this, [this](int column) {
+        Host().RunCommitted([this, column](ZPGGlobalDeclarations& state) { EditCell(state, column); });
+    });
+    connect(dgrSQL, &controls::DataGrid::EditRefused, this, [this](const QString& text) {
+        Host().Run([text](ZPGGlobalDeclarations& state) { TellRefusal(state, text); });
+    });
+    OnClick(cmdSplit, [this](ZPGGlobalDeclarations& state) {
+        dgrSQL->AddSplit();
+        state.Form->cmdDeleteSplit.Enabled = true;
+    });
+    OnClick(cmdDeleteSplit, [this](ZPGGlobalDeclarations& state) {
+        dgrSQL->RemoveSplit();
+        state.Form->cmdDeleteSplit.Enabled = dgrSQL->SplitCount() > 1;
+    });
+}
+
+/// Lets the user write the cell's text in the dialog; a text that the cell can't hold comes back to him.
+void BuildTabPage::EditCell(ZPGGlobalDeclarations& state, int column) {
+    const bool onNewRow = dgrSQL->IsOnAddNewRow();
+    const QPointer<BuildTabPage> alive(this);
+    BeginCellDialog(state, column, onNewRow);
+    while (WizardDialog::Run(new frmCriteriaBuilder(state, window()))) {
+        if (EndCellDialog(state, column, onNewRow)) return;
+        TellRefusal(state, tr("The criteria are too long for the cell."));
+        if (!alive) return;
+    }
 }
 
 void BuildTabPage::ConnectRight() {

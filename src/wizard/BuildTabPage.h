@@ -42,7 +42,10 @@ class BuildTabPage : public WizardPage {
     QWidget* MakeGridFoot();
     QWidget* MakeRunButtons();
     void ConnectLeft();
+    void ConnectValueBox(int box, ListState* (*items)(FormState&));
     void ConnectRight();
+    void ConnectGrid();
+    void EditCell(ZPGGlobalDeclarations& state, int column);
     void SetVisitOrder();
     void ShowSentence(FormState& form);
     void ShowStatement(FormState& form);

@@ -7,19 +7,24 @@
 #include "wizard/Icons.h"
 #include "wizard/ListBox.h"
 #include "wizard/Look.h"
+#include "wizard/Pick.h"
 #include "wizard/ShowControl.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace zephrin {
 
 namespace {
 
 /// Twips, in the order of the columns of rsJoins.
+constexpr int compareColumn = 4;
 constexpr int gridColumns[] = {1500, 1550, 1500, 1800, 1000, 1800};
 
 QString Element(const QString& name, int index) {
@@ -45,6 +50,31 @@ JoinTabPage::JoinTabPage(WizardHost& wizardHost) : WizardPage(wizardHost, QStrin
     QWidget* order[] = {cmbJoinTables[0], cmbJoinTables[1], cmdlockTables, lstJoinFields[0], lstJoinFields[1],
                         cmbJoinType,      cmdAddJoin,       dgrJoins,      cmdResetJoins};
     for (int i = 1; i < static_cast<int>(std::size(order)); ++i) setTabOrder(order[i - 1], order[i]);
+    ConnectPair();
+    ConnectGrid();
+}
+
+void JoinTabPage::ConnectPair() {
+    for (int side = 0; side < 2; ++side) {
+        const auto at = static_cast<std::size_t>(side);
+        OnPick(Host(), cmbJoinTables[at], [at](FormState& form) { return &form.cmbJoinTables[at].Items; });
+        OnPick(Host(), lstJoinFields[at], [at](FormState& form) { return &form.lstJoinFields[at].Items; });
+        connect(cmbJoinTables[at], &ComboBox::Typed, this, [this, side] {
+            Host().Run([side](ZPGGlobalDeclarations& state) { JoinTableTyped(state, side); });
+        });
+    }
+    OnPick(Host(), cmbJoinType, [](FormState& form) { return &form.cmbJoinType.Items; });
+    connect(cmbJoinType, &ComboBox::Typed, this, [this] { Host().Run(JoinTypeTyped); });
+    OnClick(cmdlockTables, LockClicked);
+    OnClick(cmdAddJoin, AddJoin);
+}
+
+void JoinTabPage::ConnectGrid() {
+    OnClick(cmdResetJoins, ResetJoins);
+    connect(dgrJoins, &controls::DataGrid::ButtonClick, this, [this] { Host().Run(CompareButtonClicked); });
+    connect(dgrJoins, &controls::DataGrid::Click, this, [this] { Host().Run(HideCompareList); });
+    connect(dgrJoins, &controls::DataGrid::RowColChange, this, [this] { Host().Run(HideCompareList); });
+    OnPick(Host(), lstJoinCompare, [](FormState& form) { return &form.lstJoinCompare.Items; });
 }
 
 void JoinTabPage::AddSide(QGridLayout* pair, int index) {
@@ -104,15 +134,37 @@ QWidget* JoinTabPage::MakeGrid() {
     layout->addWidget(dgrJoins, 1);
     layout->addLayout(foot);
 
-    lstJoinCompare = new ListBox(QStringLiteral("lstJoinCompare"), lower);
+    lstJoinCompare = new ListBox(QStringLiteral("lstJoinCompare"), this);
     lstJoinCompare->setAccessibleName(tr("Comparison"));
     lstJoinCompare->hide();
     lstJoinCompare->installEventFilter(this);
     return lower;
 }
 
+/// The open list goes with Escape and when the user turns to something else.
 bool JoinTabPage::eventFilter(QObject* watched, QEvent* event) {
-    return WizardPage::eventFilter(watched, event);
+    const bool escape =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    const bool left = event->type() == QEvent::FocusOut && lstJoinCompare->isVisible();
+    if (escape || left) Host().Run(HideCompareList);
+    return escape || WizardPage::eventFilter(watched, event);
+}
+
+/// Puts the list below the cell whose button was pressed, or above it where there is no room.
+void JoinTabPage::ShowCompareList(ListBoxState& state) {
+    const bool opens = state.Visible && lstJoinCompare->isHidden();
+    if (opens) {
+        const QRect cell = dgrJoins->CellRect(dgrJoins->CurrentRow(), compareColumn);
+        const QPoint corner = dgrJoins->mapTo(this, cell.bottomLeft());
+        const QFontMetrics metrics = lstJoinCompare->fontMetrics();
+        QRect place(corner, QSize(std::max(cell.width(), metrics.averageCharWidth() * 8),
+                                  metrics.lineSpacing() * (state.Items.ListCount() + 1)));
+        if (place.bottom() > rect().bottom()) place.moveBottom(corner.y() - cell.height());
+        lstJoinCompare->setGeometry(place);
+        lstJoinCompare->raise();
+    }
+    ShowList(lstJoinCompare, state);
+    if (opens) lstJoinCompare->setFocus(Qt::PopupFocusReason);
 }
 
 void JoinTabPage::ShowLock(const ButtonState& lock) {
@@ -137,8 +189,10 @@ void JoinTabPage::ShowState(FormState& form) {
     }
     ShowCombo(cmbJoinType, form.cmbJoinType);
     ShowGrid(dgrJoins, form.dgrJoins);
+    dgrJoins->SetColumnButton(compareColumn, form.dgrJoins.ColumnButtons);
     for (int column = 0; column < static_cast<int>(std::size(gridColumns)); ++column)
         dgrJoins->SetColumnWidth(column, TwipsToPixels(gridColumns[column]));
+    ShowCompareList(form.lstJoinCompare);
 }
 
 }  // namespace zephrin

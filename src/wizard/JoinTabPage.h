@@ -32,7 +32,10 @@ class JoinTabPage : public WizardPage {
     void AddSide(QGridLayout* pair, int index);
     void AddMiddle(QGridLayout* pair);
     QWidget* MakeGrid();
+    void ConnectPair();
+    void ConnectGrid();
     void ShowLock(const ButtonState& lock);
+    void ShowCompareList(ListBoxState& state);
 
     std::array<QLabel*, 2> lblJoinTable{};
     std::array<ComboBox*, 2> cmbJoinTables{};

@@ -39,9 +39,13 @@ QString ShowingPrompts::PromptNewConnection(const QString& present) {
     return asked->PromptNewConnection(present);
 }
 
-QString ShowingPrompts::ExportFolder() { return prompts->ExportFolder(); }
+QString ShowingPrompts::ExportFolder() {
+    return prompts->ExportFolder();
+}
 
-bool ShowingPrompts::OpenDocument(const QString& path) { return prompts->OpenDocument(path); }
+bool ShowingPrompts::OpenDocument(const QString& path) {
+    return prompts->OpenDocument(path);
+}
 
 void ShowingPrompts::ShowAbout(const QString& name, const QString& version) {
     const auto asked = prompts;

@@ -5,7 +5,10 @@
 #include "runstate/Dialect.h"
 #include "wizard/ListBox.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
@@ -73,6 +76,23 @@ void WizardRun::DoubleClick(const char* name, const QString& text) const {
     const QPoint place = RowOf(list, text);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+}
+
+void WizardRun::Choose(const char* name, const QString& text) const {
+    auto* combo = Find<QComboBox>(name);
+    const int row = combo->findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive);
+    ASSERT_GE(row, 0) << qPrintable(text) << " is not in " << name;
+    ASSERT_TRUE(combo->isVisible() && combo->isEnabled()) << name;
+    combo->showPopup();
+    combo->view()->setCurrentIndex(combo->model()->index(row, 0));
+    QTest::keyClick(combo->view(), Qt::Key_Return);
+}
+
+void WizardRun::Type(const char* name, const QString& text) const {
+    auto* widget = Find(name);
+    ASSERT_TRUE(widget->isVisible() && widget->isEnabled()) << name;
+    auto* combo = qobject_cast<QComboBox*>(widget);
+    QTest::keyClicks(combo ? combo->lineEdit() : widget, text);
 }
 
 void WizardRun::ChooseTab(int tab) const {

@@ -39,6 +39,10 @@ class WizardRun : public testing::Test {
     /// A mouse click on the row of the list that has `text`.
     void Pick(const char* list, const QString& text) const;
     void DoubleClick(const char* list, const QString& text) const;
+    /// Drops the box's list down and chooses an item with Enter.
+    void Choose(const char* combo, const QString& text) const;
+    /// Types into the text of a drop-down or of a line.
+    void Type(const char* box, const QString& text) const;
     /// A mouse click on the tab's head.
     void ChooseTab(int tab) const;
     int CurrentTab() const;

@@ -1,0 +1,193 @@
+#include "platform/controls/ColouredText.h"
+#include "platform/controls/DataGrid.h"
+#include "wizard/WizardRun.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using namespace zephrin;
+
+namespace {
+
+const QString city = QStringLiteral("[City]");
+
+class BuildTabPage : public test::WizardRun {
+ protected:
+    void Start() {
+        Connect();
+        Show();
+        ChooseOneTable(QStringLiteral("[Customers]"), {QStringLiteral("[Customers].[Customer Name]")});
+    }
+    void Criterion(const QString& field, const QString& operation, const QString& value) {
+        Pick("lstSelectedFields", field);
+        Pick("lstOperands", operation);
+        Type("cmbAvailableValues1", value);
+        Click("cmdCommit");
+    }
+    controls::DataGrid* Grid() const { return Find<controls::DataGrid>("dgrSQL"); }
+    int Column(const char16_t* name) const { return Grid()->DataSource()->FieldIndex(name); }
+    /// Types into a cell of the grid as a user does, ended by Enter.
+    void TypeCell(int row, int column, const QString& text) {
+        Grid()->SetCurrentCell(row, column);
+        QTableView* pane = Grid()->Pane(0);
+        QTest::keyClick(pane, Qt::Key_F2);
+        auto* editor = pane->viewport()->findChild<QLineEdit*>();
+        ASSERT_TRUE(editor);
+        editor->selectAll();
+        QTest::keyClicks(editor, text);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+    }
+};
+
+TEST_F(BuildTabPage, BuildsASentenceAndCommitsIt) {
+    Start();
+    Pick("lstSelectedFields", city);
+    EXPECT_TRUE(Enabled("lstOperands"));
+    EXPECT_EQ(Find("lstSelectedFields")->toolTip(), QStringLiteral("[Customers].[City]"));
+    Pick("lstOperands", QStringLiteral("="));
+    EXPECT_TRUE(Enabled("cmbAvailableValues1"));
+    EXPECT_FALSE(Enabled("cmbAvailableValues2"));
+    EXPECT_FALSE(Enabled("cmdCommit"));
+    Type("cmbAvailableValues1", QStringLiteral("Graz"));
+    EXPECT_EQ(Find<QGroupBox>("fraBuildQuery")->title(), QStringLiteral("Where [City] = Graz"));
+    ASSERT_TRUE(Enabled("cmdCommit"));
+    QTest::keyClick(Find<QComboBox>("cmbAvailableValues1")->lineEdit(), Qt::Key_Return);
+    EXPECT_TRUE(Statement().contains(QStringLiteral("[Customers].[City] = 'Graz'")))
+        << qPrintable(Statement());
+    EXPECT_EQ(Find<QComboBox>("cmbAvailableValues1")->currentText(), QString());
+    EXPECT_FALSE(Enabled("cmdCommit"));
+    EXPECT_TRUE(Enabled("optAndOr_1"));
+    Click("cmdRunQuery");
+    const auto& rows = Find<controls::DataGrid>("dgrQueryResults")->DataSource();
+    ASSERT_TRUE(rows);
+    EXPECT_GT(rows->RecordCount(), 0);
+}
+
+TEST_F(BuildTabPage, BetweenWaitsForBothValues) {
+    Start();
+    Pick("lstSelectedFields", QStringLiteral("[CustomerID]"));
+    Pick("lstOperands", QStringLiteral("between"));
+    Type("cmbAvailableValues1", QStringLiteral("1"));
+    EXPECT_FALSE(Enabled("cmdCommit"));
+    Type("cmbAvailableValues2", QStringLiteral("5"));
+    EXPECT_TRUE(Enabled("cmdCommit"));
+    Click("cmdCommit");
+    EXPECT_TRUE(Statement().contains(QStringLiteral("BETWEEN 1 AND 5"))) << qPrintable(Statement());
+}
+
+TEST_F(BuildTabPage, OffersTheValuesOfAField) {
+    Start();
+    Pick("lstSelectedFields", city);
+    Pick("lstOperands", QStringLiteral("="));
+    Click("cmdFieldValues");
+    auto* box = Find<QComboBox>("cmbAvailableValues1");
+    EXPECT_GT(box->count(), 10);
+    EXPECT_EQ(box->currentText(), QString()) << "nothing is picked by itself";
+    Choose("cmbAvailableValues1", QStringLiteral("Graz"));
+    EXPECT_EQ(box->currentText(), QStringLiteral("Graz"));
+    EXPECT_TRUE(Enabled("cmdCommit"));
+}
+
+TEST_F(BuildTabPage, ShowsTheCriteriaAsAGrid) {
+    Start();
+    Criterion(city, QStringLiteral("="), QStringLiteral("Graz"));
+    Click("cmdEditWhere");
+    ASSERT_TRUE(Grid()->isVisible());
+    EXPECT_FALSE(Find("txtSQL")->isVisible());
+    EXPECT_FALSE(Find("chkDistinct")->isVisible());
+    EXPECT_FALSE(Enabled("cmdRunQuery"));
+    EXPECT_TRUE(Find<QLabel>("lblSQLLabel_0")->text().startsWith(QStringLiteral("Where / Having criteria")));
+    TypeCell(0, Column(u"[Customers].[CustomerID]"), QStringLiteral("5"));
+    EXPECT_EQ(Grid()->DataSource()->TextAt(0, Column(u"[Customers].[CustomerID]")), QStringLiteral("= 5"));
+    Click("cmdSplit");
+    EXPECT_EQ(Grid()->SplitCount(), 2);
+    EXPECT_TRUE(Enabled("cmdDeleteSplit"));
+    Click("cmdDeleteSplit");
+    EXPECT_FALSE(Enabled("cmdDeleteSplit"));
+    Click("cmdSQLView");
+    EXPECT_FALSE(Grid()->isVisible());
+    EXPECT_TRUE(Enabled("cmdRunQuery"));
+    EXPECT_TRUE(Statement().contains(QStringLiteral("[Customers].[CustomerID] = 5")))
+        << qPrintable(Statement());
+}
+
+TEST_F(BuildTabPage, AnOpenEditorIsTakenOverBeforeTheStatementShows) {
+    Start();
+    Click("cmdEditWhere");
+    const int column = Column(u"[Customers].[City]");
+    Grid()->SetCurrentCell(0, column);
+    QTest::keyClick(Grid()->Pane(0), Qt::Key_F2);
+    auto* editor = Grid()->Pane(0)->viewport()->findChild<QLineEdit*>();
+    ASSERT_TRUE(editor);
+    QTest::keyClicks(editor, QStringLiteral("Wien"));
+    ChooseTab(0);
+    ChooseTab(3);
+    EXPECT_TRUE(Statement().contains(QStringLiteral("[Customers].[City] = 'Wien'")))
+        << qPrintable(Statement());
+}
+
+TEST_F(BuildTabPage, ACellsButtonOpensTheKeypad) {
+    Start();
+    Click("cmdEditWhere");
+    const int column = Column(u"[Customers].[CustomerID]");
+    Grid()->SetCurrentCell(0, column);
+    QTimer::singleShot(0, form.get(), [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        EXPECT_EQ(dialog->objectName(), QStringLiteral("frmCriteriaBuilder"));
+        for (const char* key : {"cmdGreaterThan", "cmd4", "cmd2", "cmdCriteriaOK"})
+            QTest::mouseClick(dialog->findChild<QAbstractButton*>(QString::fromLatin1(key)), Qt::LeftButton);
+    });
+    QTest::keyClick(Grid()->Pane(0), Qt::Key_F4);
+    ASSERT_EQ(Grid()->DataSource()->RecordCount(), 1);
+    EXPECT_EQ(Grid()->DataSource()->TextAt(0, column), QStringLiteral(">42"));
+}
+
+TEST_F(BuildTabPage, TheFormMayGoWhileItsDialogIsOpen) {
+    Start();
+    Click("cmdEditWhere");
+    Grid()->SetCurrentCell(0, 0);
+    QTableView* pane = Grid()->Pane(0);
+    const QPointer<frmZPG> raw(form.release());
+    QTimer::singleShot(0, raw, [raw] {
+        raw->UnloadSilently();
+        raw->DeleteWhenIdle();
+    });
+    QTest::keyClick(pane, Qt::Key_F4);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(raw);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(BuildTabPage, GroupsAndOrders) {
+    Start();
+    Click("optQuery_1");
+    Pick("lstSelectedFields", city);
+    Pick("lstOperands", QStringLiteral("GROUP BY"));
+    prompts->Answers = {BoxAnswer::Yes};
+    Click("cmdCommit");
+    EXPECT_TRUE(Statement().contains(QStringLiteral("GROUP BY [Customers].[City]")))
+        << qPrintable(Statement());
+    Click("optQuery_2");
+    Pick("lstSelectedFields", city);
+    Pick("lstOperands", QStringLiteral("DESC"));
+    Click("cmdCommit");
+    EXPECT_TRUE(Statement().contains(QStringLiteral("ORDER BY [Customers].[City] DESC")))
+        << qPrintable(Statement());
+    prompts->Answers = {BoxAnswer::Yes};
+    Click("cmdResetSQL");
+    EXPECT_FALSE(Statement().contains(QStringLiteral("GROUP BY"))) << qPrintable(Statement());
+}
+
+}  // namespace
