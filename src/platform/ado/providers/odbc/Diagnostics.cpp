@@ -66,7 +66,9 @@ Diagnostic Leading(const QList<Diagnostic>& diagnostics) {
 
 bool MeansLostConnection(const QList<Diagnostic>& diagnostics) {
     return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& record) {
-        return record.State.startsWith(QLatin1StringView("08")) || record.State == QLatin1StringView("HYT01");
+        // The standard's class, its time-out of a connection, and PostgreSQL's states of a server that went down.
+        return record.State.startsWith(QLatin1StringView("08")) || record.State == QLatin1StringView("HYT01") ||
+               record.State.startsWith(QLatin1StringView("57P0"));
     });
 }
 

@@ -120,10 +120,11 @@ struct ColumnRow {
 };
 
 std::vector<ColumnRow> ReadColumnRows(const Statement& statement, const QString& table,
-                                      const DriverTraits& traits) {
-    QString pattern = EscapedPattern(table, traits.PatternEscape);
-    if (!SQL_SUCCEEDED(SQLColumnsW(statement.Handle(), nullptr, 0, nullptr, 0, ToWide(pattern),
-                                   SQLSMALLINT(pattern.size()), nullptr, 0)))
+                                      const DriverTraits& traits, const QString& schema) {
+    const QString pattern = EscapedPattern(table, traits.PatternEscape);
+    if (!SQL_SUCCEEDED(SQLColumnsW(statement.Handle(), nullptr, 0,
+                                   schema.isEmpty() ? nullptr : ToWide(schema), SQLSMALLINT(schema.size()),
+                                   ToWide(pattern), SQLSMALLINT(pattern.size()), nullptr, 0)))
         FailStatement(statement, traits.DriverName);
     std::vector<ColumnRow> rows;
     // Catalog, schema, table, column, type, type name, size, digits, nullable, ordinal.
@@ -187,7 +188,13 @@ QString EscapedPattern(const QString& name, const QString& escape) {
     if (escape.isEmpty()) return name;
     QString pattern;
     for (const QChar c : name) {
-        if (c == u'_' || c == u'%' || QStringView(escape).startsWith(c)) pattern += escape;
+        if (QStringView(escape).startsWith(c)) {
+            // Drivers differ on an escaped escape, so it is asked for as any one character; the rows are
+            // sifted by name.
+            pattern += u'_';
+            continue;
+        }
+        if (c == u'_' || c == u'%') pattern += escape;
         pattern += c;
     }
     return pattern;
@@ -210,11 +217,16 @@ std::unique_ptr<Cursor> ReadTables(Channel& channel, int timeout) {
 }
 
 std::unique_ptr<Cursor> ReadColumns(Channel& channel, const QString& table, int timeout) {
-    auto columns =
-        OnStatement(channel, timeout, [traits = channel.Traits(), table](const Statement& statement) {
-            return ReadColumnRows(statement, table, traits);
-        });
-    KeepTable(columns, table);
+    std::vector<ColumnRow> columns;
+    // Without a schema some drivers look only where a bare name would be found; then all schemas are asked.
+    for (const QString& schema : {QString(), QStringLiteral("%")}) {
+        columns = OnStatement(channel, timeout,
+                              [traits = channel.Traits(), table, schema](const Statement& statement) {
+                                  return ReadColumnRows(statement, table, traits, schema);
+                              });
+        KeepTable(columns, table);
+        if (!columns.empty()) break;
+    }
     SortByOrdinal(columns);
     std::vector<Row> rows;
     for (const ColumnRow& column : columns) {

@@ -14,7 +14,7 @@ std::unique_ptr<Cursor> ReadColumns(Channel& channel, const QString& table, int 
 /// "SYSTEM TABLE", "SYSTEM VIEW", or the driver's word in capitals.
 QString NormalTableType(const QString& driversWord, const QString& schema);
 
-/// A name as a pattern that only this name meets.
+/// A name as a pattern that meets this name, and few others.
 QString EscapedPattern(const QString& name, const QString& escape);
 
 }  // namespace zephrin::ado::odbc
