@@ -56,8 +56,8 @@ class MuteServer {
     int Port() const { return port; }
 
  private:
+    int port = 0;  // before the socket, which sets it
     int socket;
-    int port = 0;
 };
 
 }  // namespace zephrin::test

@@ -72,6 +72,10 @@ bool MeansLostConnection(const QList<Diagnostic>& diagnostics) {
     });
 }
 
+bool LacksFunction(const Statement& statement) {
+    return Leading(ReadDiagnostics(SQL_HANDLE_STMT, statement.Handle())).State == QLatin1StringView("IM001");
+}
+
 Error ToError(const QList<Diagnostic>& diagnostics, Stage stage, const QString& driverName) {
     const Diagnostic shown = Leading(diagnostics);
     const bool lost = stage == Stage::Running && MeansLostConnection(diagnostics);

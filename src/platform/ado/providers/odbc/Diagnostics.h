@@ -25,6 +25,9 @@ Diagnostic Leading(const QList<Diagnostic>& diagnostics);
 /// Whether one of the records says that the connection itself is gone.
 bool MeansLostConnection(const QList<Diagnostic>& diagnostics);
 
+/// Whether the last call on `statement` failed because the driver doesn't have that function.
+bool LacksFunction(const Statement& statement);
+
 /// What failed decides how the error is numbered.
 enum class Stage {
     Opening,  ///< always the driver's number

@@ -83,6 +83,7 @@ SQLSMALLINT FirstColumns(const Statement& statement, const QString& driverName) 
         if (columns > 0) return columns;
         const SQLRETURN outcome = SQLMoreResults(statement.Handle());
         if (outcome == SQL_NO_DATA) return 0;
+        if (!SQL_SUCCEEDED(outcome) && LacksFunction(statement)) return 0;
         if (!SQL_SUCCEEDED(outcome)) FailStatement(statement, driverName);
     }
 }

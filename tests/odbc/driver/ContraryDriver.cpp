@@ -1,0 +1,205 @@
+// An ODBC driver that does what drivers should not do, for the tests: it hangs, it lies, and it lacks most
+// functions.
+//
+// The connection string says how it connects, the statement what it answers; see Scenario. It hangs for a few
+// seconds only, so that what was left behind comes to its end within the test program.
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <sql.h>
+#include <sqlext.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+constexpr unsigned HangSeconds = 6;
+
+struct Cell {
+    SQLSMALLINT Type;
+    SQLULEN Size;
+    std::u16string Text;
+    bool Null = false;
+    bool TellsLength = true;
+};
+
+struct Handle {
+    std::string State;
+    std::string Message;
+    SQLINTEGER Native = 0;
+    std::string Scenario;
+    struct Bound {
+        SQLSMALLINT CType;
+        SQLPOINTER Place;
+        SQLLEN Capacity;
+        SQLLEN* Indicator;
+    };
+    std::map<int, Bound> Bindings;
+    std::map<int, size_t> Read;  // units of a column that SQLGetData has handed out
+    int RowsLeft = 0;
+
+    SQLRETURN Fail(const char* state, SQLINTEGER native, const char* message) {
+        State = state;
+        Native = native;
+        Message = message;
+        return SQL_ERROR;
+    }
+};
+
+Handle* Of(SQLHANDLE handle) {
+    return static_cast<Handle*>(handle);
+}
+
+const std::vector<Cell>& CellsOf(const std::string& scenario) {
+    static const std::map<std::string, std::vector<Cell>> all{
+        {"types",
+         {{SQL_INTEGER, 10, u"42"},
+          {-9999, 20, u"unmapped"},
+          {SQL_WVARCHAR, 10, {u'a', char16_t(0xD800), u'b'}},
+          {SQL_VARCHAR, 10, u"", true},
+          {SQL_WLONGVARCHAR, 0, std::u16string(100'000, u'x') + u"end", false, false},
+          {SQL_INTEGER, 10, u"43"},
+          {SQL_WLONGVARCHAR, 0, u"", true}}},
+        {"lie", {{SQL_VARCHAR, 3, u"longer than three"}}},
+        {"fetch", {{SQL_INTEGER, 10, u"1"}}},
+    };
+    static const std::vector<Cell> none;
+    const auto found = all.find(scenario);
+    return found == all.end() ? none : found->second;
+}
+
+SQLRETURN Deliver(const Cell& cell, const Handle::Bound& to, size_t& from) {
+    if (cell.Null) {
+        *to.Indicator = SQL_NULL_DATA;
+        return SQL_SUCCESS;
+    }
+    if (to.CType == SQL_C_SBIGINT) {
+        const SQLBIGINT value = std::stoll(std::string(cell.Text.begin(), cell.Text.end()));
+        std::memcpy(to.Place, &value, sizeof value);
+        *to.Indicator = sizeof value;
+        return SQL_SUCCESS;
+    }
+    const size_t left = cell.Text.size() - from;
+    const size_t units = std::min(left, size_t(to.Capacity) / 2 - 1);
+    std::memcpy(to.Place, cell.Text.data() + from, units * 2);
+    static_cast<char16_t*>(to.Place)[units] = 0;
+    *to.Indicator = cell.TellsLength || units == left ? SQLLEN(left * 2) : SQL_NO_TOTAL;
+    from += units;
+    return units < left ? SQL_SUCCESS_WITH_INFO : SQL_SUCCESS;
+}
+
+}  // namespace
+
+extern "C" {
+
+SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT, SQLHANDLE, SQLHANDLE* out) {
+    *out = new Handle;
+    return SQL_SUCCESS;
+}
+SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT, SQLHANDLE handle) {
+    delete Of(handle);
+    return SQL_SUCCESS;
+}
+SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT, SQLUSMALLINT) {
+    return SQL_SUCCESS;
+}
+SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) {
+    return SQL_SUCCESS;
+}
+SQLRETURN SQL_API SQLDisconnect(SQLHDBC) {
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLDriverConnect(SQLHDBC connection, SQLHWND, SQLCHAR* text, SQLSMALLINT, SQLCHAR*,
+                                   SQLSMALLINT, SQLSMALLINT*, SQLUSMALLINT) {
+    const std::string given(reinterpret_cast<const char*>(text));
+    if (given.find("Do=hang") != std::string::npos) sleep(HangSeconds);
+    if (given.find("Do=refuse") != std::string::npos)
+        return Of(connection)->Fail("08001", 3705, "[Contrary]refused with a number of ADO's");
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLGetDiagRec(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT record, SQLCHAR* state,
+                                SQLINTEGER* native, SQLCHAR* message, SQLSMALLINT capacity,
+                                SQLSMALLINT* length) {
+    const Handle& from = *Of(handle);
+    if (record > 1 || from.Message.empty()) return SQL_NO_DATA;
+    std::memcpy(state, from.State.c_str(), 6);
+    *native = from.Native;
+    *length = SQLSMALLINT(from.Message.copy(reinterpret_cast<char*>(message), size_t(capacity) - 1));
+    message[*length] = 0;
+    return SQL_SUCCESS;
+}
+
+// The driver manager asks for no record without it.
+SQLRETURN SQL_API SQLGetDiagField(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLSMALLINT, SQLPOINTER, SQLSMALLINT,
+                                  SQLSMALLINT*) {
+    return SQL_NO_DATA;
+}
+
+SQLRETURN SQL_API SQLExecDirect(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length) {
+    Handle& handle = *Of(statement);
+    handle.Scenario.assign(reinterpret_cast<const char*>(text), size_t(length));
+    handle.RowsLeft = 3;
+    if (handle.Scenario == "hang" || handle.Scenario == "hang both") sleep(HangSeconds);
+    if (handle.Scenario == "lost") return handle.Fail("08S01", 77, "[Contrary]link broken");
+    if (handle.Scenario == "3704") return handle.Fail("42000", 3704, "[Contrary]no permission");
+    if (handle.Scenario == "silent") return SQL_ERROR;
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLCancel(SQLHSTMT statement) {
+    if (Of(statement)->Scenario == "hang both") sleep(HangSeconds);
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLNumResultCols(SQLHSTMT statement, SQLSMALLINT* columns) {
+    *columns = SQLSMALLINT(CellsOf(Of(statement)->Scenario).size());
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLDescribeCol(SQLHSTMT statement, SQLUSMALLINT number, SQLCHAR* name, SQLSMALLINT,
+                                 SQLSMALLINT* length, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits,
+                                 SQLSMALLINT* nullable) {
+    const Cell& cell = CellsOf(Of(statement)->Scenario)[number - 1];
+    std::strcpy(reinterpret_cast<char*>(name), "c");
+    *length = 1;
+    *type = cell.Type;
+    *size = cell.Size;
+    *digits = 0;
+    *nullable = SQL_NULLABLE_UNKNOWN;
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLBindCol(SQLHSTMT statement, SQLUSMALLINT number, SQLSMALLINT cType, SQLPOINTER place,
+                             SQLLEN capacity, SQLLEN* indicator) {
+    Of(statement)->Bindings[number] = {cType, place, capacity, indicator};
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLFetch(SQLHSTMT statement) {
+    Handle& handle = *Of(statement);
+    if (handle.RowsLeft-- == 0) return SQL_NO_DATA;
+    if (handle.Scenario == "fetch" && handle.RowsLeft == 0)
+        return handle.Fail("22003", 5, "[Contrary]third row");
+    handle.Read.clear();
+    SQLRETURN outcome = SQL_SUCCESS;
+    for (const auto& [number, bound] : handle.Bindings) {
+        size_t from = 0;
+        if (Deliver(CellsOf(handle.Scenario)[size_t(number - 1)], bound, from) != SQL_SUCCESS)
+            outcome = SQL_SUCCESS_WITH_INFO;
+    }
+    return outcome;
+}
+
+SQLRETURN SQL_API SQLGetData(SQLHSTMT statement, SQLUSMALLINT number, SQLSMALLINT cType, SQLPOINTER place,
+                             SQLLEN capacity, SQLLEN* indicator) {
+    Handle& handle = *Of(statement);
+    if (handle.Bindings.count(number) > 0) return handle.Fail("07009", 0, "[Contrary]bound already");
+    return Deliver(CellsOf(handle.Scenario)[number - 1u], {cType, place, capacity, indicator},
+                   handle.Read[number]);
+}
+
+}  // extern "C"
