@@ -38,7 +38,10 @@ DemoWindow::DemoWindow(QWidget* parent)
     : QWidget(parent), control(new zephrin::Zephrin(this)), log(new EventLog) {
     setObjectName(QStringLiteral("demoWindow"));
     setWindowTitle(tr("Zephrin demo host"));
-    control->setProperty("ZPBRunTimeControlCaption", tr("Shop queries"));
+    control->SetZPBRunTimeControlCaption(tr("Shop queries"));
+    // Blue, green, red: white on the blue of the icon.
+    control->SetZPBLabelBackColor(0x8f6f2f);
+    control->SetZPBLabelForeColor(0xffffff);
     log->Listen(control);
 
     auto* left = new QWidget;
