@@ -32,10 +32,10 @@ std::optional<ConnectionErrors> Zephrin::Private::Connect(const ConnectArguments
     if (!arguments.ConnectionString.isEmpty()) return OpenAndLoad(arguments);
     if (!properties.ZPBConnectionString.isEmpty()) {
         // The stored connection is used as it was stored: no argument plays a part.
-        ConnectionErrors errors =
-            OpenDatabaseConnection(*run, properties.ZPBConnectionString, properties.ConnectionTimeout,
-                                   properties.ZPBCommandTimeout, {}, {});
-        if (errors.IsEmpty()) LoadTableString(*run, properties.ZPBTableString);
+        const ControlProperties stored = properties;
+        ConnectionErrors errors = OpenDatabaseConnection(
+            *run, stored.ZPBConnectionString, stored.ConnectionTimeout, stored.ZPBCommandTimeout, {}, {});
+        if (errors.IsEmpty()) LoadTableString(*run, stored.ZPBTableString);
         return errors;
     }
     const QPointer<Zephrin> alive(&control);

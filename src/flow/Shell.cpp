@@ -144,6 +144,9 @@ void TakeOverTables(ZPGGlobalDeclarations& state) {
     const int showing = state.Showing;
     FormState& form = *state.Form;
     form.TablesChanged = false;
+    // The one step of a tab change that asks the database, and may take its time.
+    form.Pointer = MousePointer::Hourglass;
+    ShowFormNow(state);
     LoadFieldCollections(state);
     if (state.Showing != showing || state.colFields.IsEmpty()) return;
     if (state.colTables.IsEmpty()) {

@@ -30,6 +30,15 @@ void ResetJoinsIfAny(ZPGGlobalDeclarations& state) {
     if (HasRows(state.rsJoins)) ClearJoins(state);
 }
 
+/// A table that is chosen again is no longer one that was taken back.
+void ForgetTakenBack(FormState& form, const QStringList& tables) {
+    const Collection chosen(tables);
+    Collection rest;
+    for (const QString& table : form.RemoveTables)
+        if (!chosen.Contains(table)) rest.Add(table);
+    form.RemoveTables = rest;
+}
+
 void RefuseSecondTable(const ZPGGlobalDeclarations& state) {
     state.UserPrompts->MsgBox(ResString(state, 193) + QStringLiteral("\r\n") + ResString(state, 194),
                               BoxStyle::Information, state.Options.gRunTimeCaption);
@@ -65,7 +74,7 @@ void MoveTableRight(ZPGGlobalDeclarations& state) {
 void MoveAllTablesRight(ZPGGlobalDeclarations& state) {
     FormState& form = *state.Form;
     form.TablesChanged = true;
-    for (const QString& table : form.lstZPQTableSelection.Items.Items()) form.RemoveTables.Remove(table);
+    ForgetTakenBack(form, form.lstZPQTableSelection.Items.Items());
     MoveAll(ToTheRight(form));
     ApplySingleTableMode(state);
     SetTabsForSelection(state);

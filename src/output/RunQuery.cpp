@@ -1,6 +1,7 @@
 #include "output/RunQuery.h"
 
 #include "flow/Shell.h"
+#include "platform/ado/ConnectionText.h"
 #include "runstate/clsBridge.h"
 
 namespace zephrin {
@@ -73,8 +74,9 @@ bool IsConnectionFault(const ado::Error& error) {
 /// All that a lost connection leads to: the pointer, the status and the old rows stay, and the host hears
 /// nothing.
 void TellConnectionFault(ZPGGlobalDeclarations& state) {
-    state.UserPrompts->MsgBox(Lines(ResString(state, 208), ResString(state, 209) + u' ' +
-                                                               state.SharedConnection().ConnectionString()),
+    const QString& connectionString = state.SharedConnection().ConnectionString();
+    const QString shown = ado::WithoutPasswords(connectionString, connectionString, state.gPassword);
+    state.UserPrompts->MsgBox(Lines(ResString(state, 208), ResString(state, 209) + u' ' + shown),
                               BoxStyle::Critical, state.Options.gRunTimeCaption);
 }
 
