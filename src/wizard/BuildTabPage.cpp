@@ -415,11 +415,14 @@ void BuildTabPage::ShowSentence(FormState& form) {
 }
 
 void BuildTabPage::ShowStatement(FormState& form) {
-    ShowControl(fraQueryOptions, form.fraQueryOptions);
+    fraQueryOptions->setEnabled(form.fraQueryOptions.Enabled);
     ShowCheck(chkDistinct, form.chkDistinct);
     ShowControl(lblTopX, form.lblTopX);
     ShowText(txtTopX, form.txtTopX);
     ShowCheck(chkPercent, form.chkPercent);
+    // The grid takes the options away one by one; an empty frame says nothing.
+    const bool hasOptions = form.chkDistinct.Visible || form.txtTopX.Visible || form.chkPercent.Visible;
+    fraQueryOptions->setVisible(form.fraQueryOptions.Visible && hasOptions);
     ShowColouredText(txtSQL, form.txtSQL);
     ShowGrid(dgrSQL, form.dgrSQL);
     dgrSQL->SetColumnButton(-1, form.dgrSQL.ColumnButtons);

@@ -70,6 +70,13 @@ void ListBox::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+void ListBox::focusInEvent(QFocusEvent* event) {
+    QListView::focusInEvent(event);
+    // The toolkit makes the first row current here without selecting it, and the first Down would pass it
+    // over.
+    if (state && state->ListIndex() < 0) selectionModel()->clearCurrentIndex();
+}
+
 QSize ListBox::sizeHint() const {
     const QFontMetrics metrics(font());
     return {metrics.averageCharWidth() * 28, metrics.lineSpacing() * 8};

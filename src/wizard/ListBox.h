@@ -29,6 +29,7 @@ class ListBox : public QListView {
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     QSize sizeHint() const override;
 
  private:

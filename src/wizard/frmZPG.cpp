@@ -50,6 +50,7 @@ class frmZPG::Private : public WizardHost {
     void NameForScreenReaders();
     void ShowState();
     void ShowAtOnce();
+    void FocusFirstControl();
     void ShowTabs();
     void TakeFocus();
     void TabChosen(int index);
@@ -213,6 +214,17 @@ void frmZPG::Private::ShowState() {
     if (std::exchange(form->Minimised, false)) q->showMinimized();
 }
 
+/// Where a user would begin on the page that is shown first.
+void frmZPG::Private::FocusFirstControl() {
+    QWidget* page = TabZPG->currentWidget();
+    for (QWidget* widget = page->nextInFocusChain(); page->isAncestorOf(widget);
+         widget = widget->nextInFocusChain()) {
+        if (!(widget->focusPolicy() & Qt::TabFocus) || !widget->isEnabled()) continue;
+        widget->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+}
+
 /// In the middle of an operation: whoever asks is about to keep the event loop waiting.
 void frmZPG::Private::ShowAtOnce() {
     ShowState();
@@ -298,8 +310,10 @@ bool frmZPG::Load() {
     run->UserPrompts =
         std::make_shared<ShowingPrompts>(run->UserPrompts, [run = run.get()] { ShowFormNow(*run); });
     if (LoadForm(*run)) {
-        if (handler.FormIsThere()) d->ShowState();
-        return handler.FormIsThere();
+        if (!handler.FormIsThere()) return false;
+        d->FocusFirstControl();
+        d->ShowState();
+        return true;
     }
     if (handler.FormIsThere()) {
         run->gClosingSilently = true;
