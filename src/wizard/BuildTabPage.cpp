@@ -14,7 +14,9 @@
 #include "wizard/Look.h"
 #include "wizard/Pick.h"
 #include "wizard/ShowControl.h"
+#include "wizard/frmCalcFields.h"
 #include "wizard/frmCriteriaBuilder.h"
+#include "wizard/frmFieldOrder.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -346,8 +348,23 @@ void BuildTabPage::ConnectRight() {
     OnClick(cmdResetSQL, ResetSql);
     OnClick(cmdRunQuery, RunQuery);
     OnClick(cmdCreateView, CreateView);
+    OnClick(cmdCalcField, [this](ZPGGlobalDeclarations& state) { CreateCalcField(state); });
+    OnClick(cmdEditGroup, [this](ZPGGlobalDeclarations& state) { EditRows(state, QStringLiteral("Group")); });
+    OnClick(cmdEditOrder, [this](ZPGGlobalDeclarations& state) { EditRows(state, QStringLiteral("Order")); });
+    OnClick(cmdEditCalcField,
+            [this](ZPGGlobalDeclarations& state) { EditRows(state, QStringLiteral("Calc")); });
     auto* run = new QShortcut(QKeySequence(Qt::Key_F5), this);
     connect(run, &QShortcut::activated, cmdRunQuery, &QPushButton::click);
+}
+
+void BuildTabPage::CreateCalcField(ZPGGlobalDeclarations& state) {
+    BeginCalcField(state);
+    if (WizardDialog::Run(new frmCalcFields(state, window()))) EndCalcField(state);
+}
+
+void BuildTabPage::EditRows(ZPGGlobalDeclarations& state, const QString& mode) {
+    BeginFieldOrder(state, mode);
+    if (WizardDialog::Run(new frmFieldOrder(state, window()))) ShowSqlView(state);
 }
 
 bool BuildTabPage::CommitEdits() {

@@ -43,6 +43,8 @@ class BuildTabPage : public WizardPage {
     QWidget* MakeRunButtons();
     void ConnectLeft();
     void ConnectValueBox(int box, ListState* (*items)(FormState&));
+    void CreateCalcField(ZPGGlobalDeclarations& state);
+    void EditRows(ZPGGlobalDeclarations& state, const QString& mode);
     void ConnectRight();
     void ConnectGrid();
     void EditCell(ZPGGlobalDeclarations& state, int column);

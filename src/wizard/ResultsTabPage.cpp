@@ -85,19 +85,15 @@ void ResultsTabPage::ConnectControls() {
 
 void ResultsTabPage::Export(ZPGGlobalDeclarations& state) {
     const QPointer<ResultsTabPage> page(this);
-    const int showing = state.Showing;
     const ExportRoute route = BeginExport(state);
     if (!page || route == ExportRoute::Done) return;
     if (route == ExportRoute::OleDb) {
         ExportWithOleDb(state, MakeExportMeans(state));
         return;
     }
-    // The form may be deleted under its dialog.
-    const QPointer<frmExcelDataChoice> choice(new frmExcelDataChoice(state, window()));
-    const bool wanted = choice->exec() == QDialog::Accepted && choice;
-    const QString answer = choice ? choice->DataChoice() : QString();
-    delete choice;
-    if (state.Showing == showing && wanted) ExportWithOdbc(state, answer, MakeExportMeans(state));
+    QString choice;
+    if (WizardDialog::Run(new frmExcelDataChoice(state, choice, window())) && !choice.isEmpty())
+        ExportWithOdbc(state, choice, MakeExportMeans(state));
 }
 
 void ResultsTabPage::ShowTruncation(const GridState& grid) {

@@ -10,22 +10,19 @@
 
 namespace zephrin {
 
-frmExcelDataChoice::frmExcelDataChoice(const ZPGGlobalDeclarations& state, QWidget* parent)
-    : QDialog(parent) {
-    setObjectName(QStringLiteral("frmExcelDataChoice"));
-    setWindowTitle(ResString(state, 155).trimmed());
-    setWindowModality(Qt::ApplicationModal);
+frmExcelDataChoice::frmExcelDataChoice(ZPGGlobalDeclarations& run, QString& chosen, QWidget* over)
+    : WizardDialog(run, QStringLiteral("frmExcelDataChoice"), over), answer(chosen) {
+    setWindowTitle(ResString(run, 155).trimmed());
 
     auto* fraExcelChoice = MakeFrame(QStringLiteral("fraExcelChoice"), 158);
-    fraExcelChoice->setTitle(ResString(state, 158));
     auto* choices = new QVBoxLayout(fraExcelChoice);
     const QString names[] = {QStringLiteral("Pivot"), QStringLiteral("Data")};
     for (int index = 0; index < 2; ++index) {
-        auto* option = new QRadioButton(u'&' + ResString(state, 156 + index));
+        auto* option = new QRadioButton(u'&' + ResString(run, 156 + index));
         option->setObjectName(QStringLiteral("optDataChoice_%1").arg(index));
-        option->setChecked(names[index] == dataChoice);
+        option->setChecked(names[index] == DataChoice);
         connect(option, &QRadioButton::toggled, this, [this, name = names[index]](bool on) {
-            if (on) dataChoice = name;
+            if (on) DataChoice = name;
         });
         choices->addWidget(option);
     }
@@ -41,6 +38,12 @@ frmExcelDataChoice::frmExcelDataChoice(const ZPGGlobalDeclarations& state, QWidg
     layout->addStretch();
     layout->addWidget(buttons);
     setMinimumWidth(fontMetrics().averageCharWidth() * 42);
+    FinishControls();
+}
+
+void frmExcelDataChoice::accept() {
+    answer = DataChoice;
+    WizardDialog::accept();
 }
 
 }  // namespace zephrin

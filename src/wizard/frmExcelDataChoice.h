@@ -1,25 +1,22 @@
 #pragma once
 
-#include "runstate/ZPGGlobalDeclarations.h"
-
-#include <QDialog>
-
-class QRadioButton;
+#include "wizard/WizardDialog.h"
 
 namespace zephrin {
 
 /// Asks whether the older Excel route makes a data sheet or a pivot table. Escape and the window's own button
 /// are Cancel.
-class frmExcelDataChoice : public QDialog {
+class frmExcelDataChoice : public WizardDialog {
     Q_OBJECT
  public:
-    frmExcelDataChoice(const ZPGGlobalDeclarations& state, QWidget* parent);
+    /// OK writes "Data" or "Pivot" into `answer`; Cancel leaves it as it is.
+    frmExcelDataChoice(ZPGGlobalDeclarations& run, QString& answer, QWidget* over);
 
-    /// "Data" or "Pivot".
-    const QString& DataChoice() const { return dataChoice; }
+    void accept() override;
 
  private:
-    QString dataChoice = QStringLiteral("Data");
+    QString& answer;
+    QString DataChoice = QStringLiteral("Data");
 };
 
 }  // namespace zephrin

@@ -1,0 +1,211 @@
+#include "flow/FieldOrder.h"
+#include "sqlgen/SelectClause.h"
+#include "sqlgen/SqlState.h"
+#include "sqlgen/WorkingRows.h"
+
+#include <gtest/gtest.h>
+
+namespace zephrin {
+
+namespace {
+
+using test::SqlState;
+
+/// Groups, orders and calculated fields over one table.
+struct OrderRun : SqlState {
+    explicit OrderRun(const char* mode) {
+        const auto a = QStringLiteral("[T].[A]"), b = QStringLiteral("[T].[B]"),
+                   sum = QStringLiteral("SUM([T].[B])");
+        Choose({QStringLiteral("[T]")}, {a, b});
+        Add(state.rsGroupBy, {a, a, {}, QStringLiteral("YES")});
+        Add(state.rsGroupBy, {b, sum, QStringLiteral("SUMOFB"), QStringLiteral("YES")});
+        Add(state.rsAlias, {sum, QStringLiteral("SUMOFB"), QStringLiteral("rsGroupBy")});
+        Add(state.rsCalcFields, {QStringLiteral("[T].[A]*2"), QStringLiteral("X"), QStringLiteral("YES")});
+        Add(state.rsCalcFields, {QStringLiteral("[T].[A]*3"), QStringLiteral("Y"), QStringLiteral("No")});
+        Add(state.rsAlias,
+            {QStringLiteral("[T].[A]*2"), QStringLiteral("X"), QStringLiteral("rsCalcFields")});
+        for (const QString& field : {a, sum, QStringLiteral("[T].[A]*2")})
+            Add(state.rsOrderBy, {field, field + QStringLiteral(" ASC")});
+        state.EditMode = QString::fromUtf8(mode);
+    }
+
+    FieldOrderForm On(int row) {
+        FieldOrderForm form = LoadFieldOrder(state);
+        OrderRowClicked(state, form, row);
+        return form;
+    }
+    QStringList Groups() const {
+        QStringList rows;
+        for (const GroupRow& row : GroupRows(state))
+            rows << row.FieldName + u'|' + row.GroupBy + u'|' + row.Output;
+        return rows;
+    }
+    QStringList Orders() const { return ColumnTexts(state.rsOrderBy, QLatin1String("OrderBy")); }
+    QStringList Calcs() const { return ColumnTexts(state.rsCalcFields, QLatin1String("CalcField")); }
+    QStringList Aliases() const { return ColumnTexts(state.rsAlias, QLatin1String("Alias")); }
+};
+
+QStringList Texts(const char* joined) {
+    return QString::fromUtf8(joined).split(u';', Qt::SkipEmptyParts);
+}
+
+}  // namespace
+
+TEST(FieldOrder, ShowsTheRowsOfItsMode) {
+    const struct {
+        const char* Mode;
+        const char* Fields;
+        const char* Aliases;
+        bool Output, Edit;
+    } rows[] = {
+        {"Group", "[T].[A];SUM([T].[B])", ";SUMOFB", true, false},
+        {"Order", "[T].[A] ASC;SUM([T].[B]) ASC;[T].[A]*2 ASC", "[T].[A] ASC;SUM([T].[B]) ASC;[T].[A]*2 ASC",
+         false, false},
+        {"Calc", "[T].[A]*2;[T].[A]*3", "X;Y", true, true},
+    };
+    for (const auto& row : rows) {
+        OrderRun run(row.Mode);
+        const FieldOrderForm form = LoadFieldOrder(run.state);
+        QStringList fields, aliases;
+        for (const auto& each : form.Rows) {
+            fields << each.Field;
+            aliases << each.Alias;
+        }
+        EXPECT_EQ(fields.join(u';'), QString::fromUtf8(row.Fields));
+        EXPECT_EQ(aliases.join(u';'), QString::fromUtf8(row.Aliases));
+        EXPECT_EQ(form.OutputVisible, row.Output);
+        EXPECT_EQ(form.EditVisible, row.Edit);
+        EXPECT_FALSE(form.DeleteEnabled || form.EditEnabled || form.UpEnabled || form.DownEnabled);
+    }
+}
+
+TEST(FieldOrder, MovesAreEnabledByTheRowsPlace) {
+    OrderRun run("Order");
+    const bool up[] = {false, true, true}, down[] = {true, true, false};
+    for (int row = 0; row < 3; ++row) {
+        const FieldOrderForm form = run.On(row);
+        EXPECT_EQ(form.UpEnabled, up[row]) << row;
+        EXPECT_EQ(form.DownEnabled, down[row]) << row;
+        EXPECT_TRUE(form.DeleteEnabled);
+    }
+    run.state.rsOrderBy->DeleteAll();
+    run.Add(run.state.rsOrderBy, {QStringLiteral("a"), QStringLiteral("a ASC")});
+    EXPECT_FALSE(run.On(0).UpEnabled || run.On(0).DownEnabled);
+}
+
+TEST(FieldOrder, AMoveCountsOnlyAtOk) {
+    OrderRun run("Group");
+    const QStringList before = run.Groups();
+    FieldOrderForm form = run.On(0);
+    MoveOrderRow(run.state, form, true);
+    EXPECT_EQ(form.ListIndex, 1);
+    EXPECT_EQ(run.Groups(), before);
+    AcceptFieldOrder(run.state, form);
+    EXPECT_EQ(run.Groups(), QStringList({before[1], before[0]}));
+    BuildSelectClause(run.state);
+    EXPECT_TRUE(run.state.SelectClause.startsWith(QStringLiteral("SELECT SUM([T].[B]) AS SUMOFB, [T].[A]")))
+        << qPrintable(run.state.SelectClause);
+}
+
+TEST(FieldOrder, EqualRowsAllStayAtOk) {
+    OrderRun run("Order");
+    run.Add(run.state.rsOrderBy, {QStringLiteral("[T].[A]"), QStringLiteral("[T].[A] ASC")});
+    FieldOrderForm form = run.On(0);
+    MoveOrderRow(run.state, form, true);
+    AcceptFieldOrder(run.state, form);
+    EXPECT_EQ(run.Orders(), Texts("SUM([T].[B]) ASC;[T].[A] ASC;[T].[A]*2 ASC;[T].[A] ASC"));
+}
+
+TEST(FieldOrder, OutputIsWrittenAtOnceInCapitals) {
+    OrderRun run("Calc");
+    FieldOrderForm form = run.On(1);
+    EXPECT_FALSE(form.Output);
+    form = run.On(0);
+    EXPECT_TRUE(form.Output);
+    OutputClicked(run.state, form, false);
+    EXPECT_EQ(ColumnTexts(run.state.rsCalcFields, QLatin1String("OutputYes/No")), Texts("NO;No"));
+    run.state.EditMode = QStringLiteral("Order");
+    OutputClicked(run.state, form, true);
+    EXPECT_EQ(ColumnTexts(run.state.rsCalcFields, QLatin1String("OutputYes/No")), Texts("NO;No"));
+}
+
+TEST(FieldOrder, ADeletedRowTakesWithItWhatHangsOnIt) {
+    const struct {
+        const char* Mode;
+        int Row;
+        const char* Groups;
+        const char* Calcs;
+        const char* Orders;
+        const char* Aliases;
+    } rows[] = {
+        {"Group", 1, "[T].[A]|[T].[A]|YES", "[T].[A]*2;[T].[A]*3", "[T].[A] ASC;[T].[A]*2 ASC", "X"},
+        // The text of a group on A stands in the order on twice A, too.
+        {"Group", 0, "[T].[B]|SUM([T].[B])|YES", "[T].[A]*2;[T].[A]*3", "SUM([T].[B]) ASC", "SUMOFB;X"},
+        {"Calc", 0, "[T].[A]|[T].[A]|YES;[T].[B]|SUM([T].[B])|YES", "[T].[A]*3",
+         "[T].[A] ASC;SUM([T].[B]) ASC", "SUMOFB"},
+        {"Order", 1, "[T].[A]|[T].[A]|YES;[T].[B]|SUM([T].[B])|YES", "[T].[A]*2;[T].[A]*3",
+         "[T].[A] ASC;[T].[A]*2 ASC", "SUMOFB;X"},
+    };
+    for (const auto& row : rows) {
+        OrderRun run(row.Mode);
+        run.prompts->Answers = {BoxAnswer::No, BoxAnswer::Yes};
+        FieldOrderForm form = run.On(row.Row);
+        const auto count = form.Rows.size();
+        DeleteOrderRow(run.state, form);
+        EXPECT_EQ(form.Rows.size(), count) << "No deletes nothing";
+        DeleteOrderRow(run.state, form);
+        EXPECT_EQ(run.Groups(), Texts(row.Groups)) << row.Mode;
+        EXPECT_EQ(run.Calcs(), Texts(row.Calcs)) << row.Mode;
+        EXPECT_EQ(run.Orders(), Texts(row.Orders)) << row.Mode;
+        EXPECT_EQ(run.Aliases(), Texts(row.Aliases)) << row.Mode;
+        EXPECT_FALSE(form.DeleteEnabled);
+        EXPECT_EQ(run.prompts->Boxes[0].Style, 36);
+        EXPECT_EQ(run.prompts->Boxes[0].Title, QStringLiteral("Delete Field"));
+    }
+}
+
+TEST(FieldOrder, OfEqualOrdersTheFirstIsDeleted) {
+    OrderRun run("Order");
+    run.Add(run.state.rsOrderBy, {QStringLiteral("[T].[A]"), QStringLiteral("[T].[A] ASC")});
+    run.prompts->Answers = {BoxAnswer::Yes};
+    FieldOrderForm form = run.On(3);
+    DeleteOrderRow(run.state, form);
+    EXPECT_EQ(run.Orders(), Texts("SUM([T].[B]) ASC;[T].[A]*2 ASC;[T].[A] ASC"));
+}
+
+TEST(FieldOrder, GroupsAndOrdersFollowAnEditedExpression) {
+    OrderRun run("Calc");
+    const auto old = QStringLiteral("[T].[A]*2"), fresh = QStringLiteral("[T].[A]*4");
+    run.Add(run.state.rsGroupBy, {old, old, {}, QStringLiteral("YES")});
+    run.Add(run.state.rsGroupBy,
+            {old, QStringLiteral("MAX([T].[A]*2)"), QStringLiteral("MAXOF"), QStringLiteral("YES")});
+    run.Add(run.state.rsAlias,
+            {QStringLiteral("MAX([T].[A]*2)"), QStringLiteral("MAXOF"), QStringLiteral("rsGroupBy")});
+    run.Add(run.state.rsOrderBy, {old, old + QStringLiteral(" DESC")});
+    FieldOrderForm form = run.On(0);
+    BeginCalcEdit(run.state, form);
+    EXPECT_EQ(run.state.EditCalcField, old);
+    EXPECT_EQ(run.state.EditCalcAlias, QStringLiteral("X"));
+    EXPECT_EQ(run.state.EditCalcShow, 1);
+    run.state.CalcFieldCreated = true;
+    run.state.EditCalcNew = fresh;
+    EndCalcEdit(run.state, form, old);
+    EXPECT_EQ(run.Groups().mid(2), Texts("[T].[A]*4|[T].[A]*4|YES;[T].[A]*4|MAX([T].[A]*4)|YES"));
+    EXPECT_EQ(run.Orders().mid(2), Texts("[T].[A]*4 ASC;[T].[A]*4 DESC"));
+    EXPECT_EQ(ColumnTexts(run.state.rsAlias, QLatin1String("FieldName")).last(),
+              QStringLiteral("MAX([T].[A]*4)"));
+    EXPECT_FALSE(run.state.CalcFieldCreated);
+    EXPECT_TRUE(run.state.EditCalcNew.isEmpty());
+}
+
+TEST(FieldOrder, AnEmptyRecordsetIsAnEmptyList) {
+    OrderRun run("Group");
+    run.state.rsGroupBy->DeleteAll();
+    FieldOrderForm form = LoadFieldOrder(run.state);
+    EXPECT_TRUE(form.Rows.empty());
+    AcceptFieldOrder(run.state, form);
+    run.state.rsGroupBy.reset();
+    AcceptFieldOrder(run.state, form);
+}
+
+}  // namespace zephrin

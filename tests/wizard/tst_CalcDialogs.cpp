@@ -1,0 +1,160 @@
+#include "support/ScriptedPrompts.h"
+#include "wizard/ListBox.h"
+#include "wizard/WizardRun.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+using namespace zephrin;
+
+namespace {
+
+class CalcDialogs : public test::WizardRun {
+ protected:
+    CalcDialogs() {
+        Connect();
+        Show();
+        ChooseOneTable(QStringLiteral("[Products]"), {});
+    }
+
+    /// Presses `button` of the form and runs `act` on the dialog that it opens.
+    void Open(const char* button, const std::function<void(QDialog&)>& act) {
+        QTimer::singleShot(0, form.get(), [act] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            act(*dialog);
+        });
+        Click(button);
+    }
+
+    static void Press(QDialog& dialog, const char* name) {
+        auto* button = dialog.findChild<QAbstractButton*>(QString::fromLatin1(name));
+        ASSERT_TRUE(button) << name;
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+    static void DoubleClickRow(QDialog& dialog, const char* name, int row) {
+        auto* list = dialog.findChild<ListBox*>(QString::fromLatin1(name));
+        ASSERT_TRUE(list) << name;
+        const QPoint at = list->visualRect(list->model()->index(row, 0)).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+    }
+    static QString Expression(QDialog& dialog) {
+        return dialog.findChild<QPlainTextEdit*>(QStringLiteral("txtCriteria"))->toPlainText();
+    }
+    static void TypeAlias(QDialog& dialog, const QString& alias) {
+        auto* box = dialog.findChild<QLineEdit*>(QStringLiteral("txtAlias"));
+        box->setFocus();
+        QTest::keyClicks(box, alias);
+    }
+
+    /// Makes a calculated field as a user does who types it.
+    void Create(const QString& expression, const QString& alias) {
+        Open("cmdCalcField", [&](QDialog& dialog) {
+            QTest::keyClicks(dialog.findChild<QPlainTextEdit*>(QStringLiteral("txtCriteria")), expression);
+            TypeAlias(dialog, alias);
+            Press(dialog, "cmdOK");
+        });
+    }
+};
+
+TEST_F(CalcDialogs, ListsInsertAndOkWritesTheField) {
+    Open("cmdCalcField", [&](QDialog& dialog) {
+        EXPECT_EQ(dialog.objectName(), QStringLiteral("frmCalcFields"));
+        EXPECT_FALSE(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled());
+        DoubleClickRow(dialog, "lstFunctions", 0);
+        EXPECT_EQ(Expression(dialog), QStringLiteral(" LEFT(<<string,n>>)"));
+        Press(dialog, "optFunctionType_2");
+        EXPECT_EQ(dialog.findChild<ListBox*>(QStringLiteral("lstFunctions"))->model()->rowCount(), 6);
+        Press(dialog, "cmdClear");
+        EXPECT_EQ(Expression(dialog), QString());
+        TypeAlias(dialog, QStringLiteral("Twice"));
+        EXPECT_FALSE(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->isEnabled());
+        QTest::keyClicks(dialog.findChild<QPlainTextEdit*>(QStringLiteral("txtCriteria")),
+                         QStringLiteral("2"));
+        DoubleClickRow(dialog, "lstOperators", 4);
+        EXPECT_EQ(Expression(dialog), QStringLiteral("2 *"));
+        QTest::keyClicks(dialog.findChild<QPlainTextEdit*>(QStringLiteral("txtCriteria")),
+                         QStringLiteral(" 21"));
+        Press(dialog, "cmdOK");
+    });
+    EXPECT_TRUE(Statement().startsWith(QStringLiteral("SELECT 2 * 21 AS Twice"))) << qPrintable(Statement());
+    Click("cmdRunQuery");
+    ASSERT_TRUE(state->rsQueryResult);
+    EXPECT_EQ(state->rsQueryResult->Value(QStringView(u"Twice")).toInt(), 42);
+}
+
+TEST_F(CalcDialogs, EscapeIsCancelAndATakenAliasKeepsTheDialog) {
+    Create(QStringLiteral("1"), QStringLiteral("One"));
+    Open("cmdCalcField", [&](QDialog& dialog) {
+        QTest::keyClicks(dialog.findChild<QPlainTextEdit*>(QStringLiteral("txtCriteria")),
+                         QStringLiteral("2"));
+        TypeAlias(dialog, QStringLiteral("One"));
+        Press(dialog, "cmdOK");
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(dialog.findChild<QLineEdit*>(QStringLiteral("txtAlias"))->selectedText(),
+                  QStringLiteral("One"));
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    EXPECT_EQ(prompts->Boxes.size(), 1);
+    EXPECT_EQ(state->rsCalcFields->RecordCount(), 1);
+}
+
+TEST_F(CalcDialogs, OrderEditAndDeleteReachTheStatement) {
+    Create(QStringLiteral("1"), QStringLiteral("A"));
+    Create(QStringLiteral("2"), QStringLiteral("B"));
+    const auto pickFirst = [](QDialog& dialog) {
+        auto* list = dialog.findChild<ListBox*>(QStringLiteral("lstFields"));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualRect(list->model()->index(0, 0)).center());
+    };
+    Open("cmdEditCalcField", [&](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Edit Calculated Fields"));
+        pickFirst(dialog);
+        Press(dialog, "cmdUpDown_1");
+        Press(dialog, "cmdOK");
+    });
+    EXPECT_TRUE(Statement().startsWith(QStringLiteral("SELECT 2 AS B, 1 AS A"))) << qPrintable(Statement());
+
+    Open("cmdEditCalcField", [&](QDialog& dialog) {
+        pickFirst(dialog);
+        QTimer::singleShot(0, &dialog, [] {
+            auto* editor = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(editor);
+            EXPECT_EQ(Expression(*editor), QStringLiteral("2"));
+            EXPECT_FALSE(editor->findChild<QLineEdit*>(QStringLiteral("txtAlias"))->isEnabled());
+            QTest::keyClicks(editor->findChild<QPlainTextEdit*>(QStringLiteral("txtCriteria")),
+                             QStringLiteral("3"));
+            Press(*editor, "cmdOK");
+        });
+        Press(dialog, "cmdEdit");
+        pickFirst(dialog);
+        Press(dialog, "chkOutput");
+        Press(dialog, "cmdCancel");
+    });
+    EXPECT_TRUE(Statement().startsWith(QStringLiteral("SELECT 23 AS B\r\n"))) << qPrintable(Statement());
+
+    Open("cmdEditCalcField", [&](QDialog& dialog) {
+        pickFirst(dialog);
+        prompts->Answers = {BoxAnswer::Yes};
+        Press(dialog, "cmdDelete");
+        Press(dialog, "cmdCancel");
+    });
+    EXPECT_TRUE(Statement().startsWith(QStringLiteral("SELECT 23 AS B\r\n"))) << qPrintable(Statement());
+    EXPECT_EQ(state->rsCalcFields->RecordCount(), 1);
+}
+
+TEST_F(CalcDialogs, AWizardThatGoesTakesItsDialogsAlong) {
+    Open("cmdEditCalcField", [&](QDialog&) { form->UnloadSilently(); });
+    EXPECT_FALSE(QApplication::activeModalWidget());
+}
+
+}  // namespace
