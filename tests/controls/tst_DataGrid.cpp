@@ -88,7 +88,7 @@ TEST_F(DataGridTest, SplitsScrollTheirRowsTogetherAndTheirColumnsAlone) {
 
     // A new pane stands at the same rows.
     Grid.AddSplit();
-    QCoreApplication::processEvents();
+    Settle();
     EXPECT_EQ(Pane(3).verticalScrollBar()->value(), 50);
     for (int count = 3; count >= 0; --count) Grid.RemoveSplit();
     QCoreApplication::processEvents();

@@ -134,6 +134,7 @@ TEST(DefaultPrompts, AParentThatDiesCancels) {
     openWith(
         [&] { EXPECT_TRUE(prompts.InputBox(QStringLiteral("?"), QString(), QStringLiteral("x")).isNull()); });
     openWith([&] { EXPECT_EQ(prompts.ShowSave({}), QString()); });
+    openWith([&] { EXPECT_EQ(prompts.PromptNewConnection(QString()), QString()); });
     openWith([&] { prompts.ShowAbout(QStringLiteral("Name"), QStringLiteral("1")); });
 }
 

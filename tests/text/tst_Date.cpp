@@ -135,7 +135,8 @@ TEST(Date, TextsThatAreNoDates) {
                                  u"O'Brien",
                                  u"192.168.1.1",
                                  u"99999999999999999999/1/1",
-                                 u"1,2,2003x"})
+                                 u"1,2,2003x",
+                                 u"1/2/2003 1/2/2003 1/2/2003 1/2/2003 1/2/2003 1/2/2003"})
         EXPECT_EQ(Read(QStringView(text), QLocale::c()), QString())
             << qPrintable(QStringView(text).toString());
 }

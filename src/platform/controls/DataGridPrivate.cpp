@@ -86,12 +86,16 @@ void DataGridPrivate::RemovePane() {
 void DataGridPrivate::Connect(GridPane* pane) {
     connect(pane->horizontalHeader(), &QHeaderView::sectionClicked, &q, &DataGrid::HeadClick);
     QScrollBar* bar = pane->verticalScrollBar();
-    connect(bar, &QScrollBar::valueChanged, this, [this](int value) {
-        for (GridPane* each : panes) each->verticalScrollBar()->setValue(value);
-    });
-    // A new pane learns its range when it is laid out.
-    connect(bar, &QScrollBar::rangeChanged, this, [this, bar] {
+    // A new pane learns its range in steps as it is laid out, and until then stands short of the others.
+    const auto adopt = [this, bar] {
+        const QScopedValueRollback guard(adoptingScroll, true);
         if (!panes.empty()) bar->setValue(panes.front()->verticalScrollBar()->value());
+    };
+    adopt();
+    connect(bar, &QScrollBar::rangeChanged, this, adopt);
+    connect(bar, &QScrollBar::valueChanged, this, [this](int value) {
+        if (adoptingScroll) return;
+        for (GridPane* each : panes) each->verticalScrollBar()->setValue(value);
     });
 }
 
@@ -265,10 +269,12 @@ void DataGridPrivate::CurrentChanged(const QModelIndex& current, const QModelInd
     if (current.row() != previous.row())
         for (GridPane* pane : panes) pane->viewport()->update();
     // A row that the program removes takes the current cell along, and the cursor is the program's then.
-    if (model.IsTelling())
+    if (model.IsTelling()) {
         CursorMoved();
-    else if (!cursorPending)
+    } else {
+        cursorPending = false;
         MoveCursorTo(current.row());
+    }
     Q_EMIT q.RowColChange(current.row(), current.column());
 }
 

@@ -86,6 +86,7 @@ class DataGridPrivate : public QObject, public PaneOwner {
     std::vector<QHash<QString, int>> rememberedWidths;
     bool cursorPending = false;
     bool committing = false;
+    bool adoptingScroll = false;
     bool refusalPending = false;
     bool ending = false;
 };

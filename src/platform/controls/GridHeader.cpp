@@ -14,10 +14,14 @@ GridHeader::GridHeader(const RecordsetModel& model, QWidget* parent)
 }
 
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
+    const bool marked = section == records.MarkedColumn();
     painter->save();
+    QFont used = painter->font();
+    used.setBold(marked || used.bold());
+    painter->setFont(used);
     QHeaderView::paintSection(painter, rect, section);
     painter->restore();
-    if (section != records.MarkedColumn()) return;
+    if (!marked) return;
     const int thickness = std::max(2, fontMetrics().height() / 6);
     painter->fillRect(rect.left(), rect.bottom() + 1 - thickness, rect.width() - 1, thickness,
                       palette().highlight());

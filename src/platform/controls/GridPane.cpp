@@ -27,6 +27,9 @@ bool IsButtonKey(const QKeyEvent& event) {
 
 GridPane::GridPane(RecordsetModel& model, PaneOwner& paneOwner, QWidget* parent)
     : QTableView(parent), records(model), owner(paneOwner) {
+    // Before there are rows, since a header goes through all of them for each of these.
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    FitRowsToFont();
     setModel(&model);
     setItemDelegate(new GridDelegate(*this, this));
     setHorizontalHeader(new GridHeader(model, this));
@@ -41,22 +44,24 @@ GridPane::GridPane(RecordsetModel& model, PaneOwner& paneOwner, QWidget* parent)
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::AnyKeyPressed);
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    FitRowsToFont();
 }
 
 void GridPane::FitRowsToFont() {
+    const int height = fontMetrics().height() + 8;
+    if (verticalHeader()->defaultSectionSize() == height) return;
     verticalHeader()->setMinimumSectionSize(1);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    verticalHeader()->setDefaultSectionSize(height);
 }
 
 int GridPane::SampleWidth(int column) const {
     const int rows = std::min(records.RecordRows(), sampledRows);
-    int width = horizontalHeader()->sectionSizeHint(column);
+    // A head that is marked later is bold, and so a little wider.
+    int width = horizontalHeader()->sectionSizeHint(column) * 11 / 10;
     for (int row = 0; row < rows; ++row) {
         const QString text = records.index(row, column).data().toString().left(sampledChars);
         width = std::max(width, fontMetrics().horizontalAdvance(text) + fontMetrics().averageCharWidth() * 2);
     }
+    if (owner.HasButton(column)) width += verticalHeader()->defaultSectionSize();
     return std::clamp(width, fontMetrics().averageCharWidth() * 6, fontMetrics().averageCharWidth() * 45);
 }
 
@@ -90,10 +95,9 @@ bool GridPane::IsPressed(const QModelIndex& index) const {
 /// A search by typing would read every row of the column.
 void GridPane::keyboardSearch(const QString&) {}
 
+/// The pane in use goes to the current cell; the others follow its rows and keep their columns.
 void GridPane::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    const int sideways = horizontalScrollBar()->value();
-    QTableView::scrollTo(index, hint);
-    if (!owner.IsActive(this)) horizontalScrollBar()->setValue(sideways);
+    if (owner.IsActive(this)) QTableView::scrollTo(index, hint);
 }
 
 QSize GridPane::minimumSizeHint() const {
@@ -133,7 +137,9 @@ void GridPane::focusInEvent(QFocusEvent* event) {
 
 void GridPane::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
         QGuiApplication::clipboard()->setText(CopyText(records, *selectionModel()));
+        QGuiApplication::restoreOverrideCursor();
         event->accept();
     } else if (IsButtonKey(*event) && currentIndex().isValid() && owner.HasButton(currentIndex().column())) {
         event->accept();

@@ -2,7 +2,6 @@
 
 #include <zephrin/ado/Error.h>
 
-#include <QFont>
 #include <QScopedValueRollback>
 #include <QTextDocument>
 
@@ -200,11 +199,6 @@ QVariant RecordsetModel::ColumnHead(int column, int role) const {
             return PlainToolTip(recordset->FieldAt(column).Name);
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(AlignmentOf(recordset->FieldAt(column).Type));
-        case Qt::FontRole: {
-            QFont font;
-            font.setBold(column == marked);
-            return column == marked ? QVariant(font) : QVariant();
-        }
         default:
             return {};
     }

@@ -158,7 +158,11 @@ QString DefaultPrompts::ChooseFile(const FileChoice& choice, bool save) {
 }
 
 QString DefaultPrompts::PromptNewConnection(const QString& present) {
-    return zephrin::PromptNewConnection(Parent(), present, providers);
+    const QPointer<DataLinkDialog> dialog(new DataLinkDialog(present, providers, Parent()));
+    const bool accepted = Run(dialog);
+    const QString chosen = accepted ? dialog->ConnectionString() : QString();
+    delete dialog.data();
+    return chosen;
 }
 
 void DefaultPrompts::ShowAbout(const QString& name, const QString& version) {

@@ -28,6 +28,9 @@ struct Token {
 
 using Tokens = std::vector<Token>;
 
+/// No date with a time has as many pieces; a long text need not be looked at to its end.
+constexpr std::size_t tooManyTokens = 20;
+
 /// The position behind the run of characters of one kind that begins at `from`.
 template <typename Test>
 qsizetype RunEnd(QStringView text, qsizetype from, Test belongs) {
@@ -42,7 +45,7 @@ bool IsAsciiDigit(QChar c) {
 Tokens Split(QStringView text) {
     Tokens tokens;
     bool blank = false;
-    for (qsizetype at = 0; at < text.size();) {
+    for (qsizetype at = 0; at < text.size() && tokens.size() < tooManyTokens;) {
         const QChar c = text.at(at);
         if (c.isSpace()) {
             blank = true;
@@ -268,7 +271,7 @@ std::optional<QDateTime> Joined(const QDate& date, const QTime& time) {
 
 std::optional<QDateTime> ToDate(QStringView text, const QLocale& locale) {
     Tokens tokens = Split(text);
-    if (tokens.empty()) return {};
+    if (tokens.empty() || tokens.size() >= tooManyTokens) return {};
     DropJoiner(tokens);
     // In a language that writes dates with points they come before times with points.
     if (const QDate date = ReadDate(tokens, locale); date.isValid()) return Joined(date, QTime(0, 0));
