@@ -27,7 +27,6 @@ ResultsTabPage::ResultsTabPage(WizardHost& wizardHost)
     dgrQueryResults = new controls::DataGrid;
     dgrQueryResults->setObjectName(QStringLiteral("dgrQueryResults"));
     dgrQueryResults->SetAllowUpdate(false);
-    dgrQueryResults->SetEmptyText(tr("No rows"));
     lblTruncated = MakeLabel(QStringLiteral("lblTruncated"), 0, dgrQueryResults);
     lblTruncated->hide();
 
@@ -109,6 +108,7 @@ void ResultsTabPage::ShowState(FormState& form) {
     ShowColouredText(txtSQLErrors, form.txtSQLErrors);
     ShowGrid(dgrQueryResults, form.dgrQueryResults);
     dgrQueryResults->MarkColumn(form.dgrQueryResults.DataSource ? form.SortColumn : -1);
+    dgrQueryResults->SetEmptyText(form.dgrQueryResults.DataSource ? tr("No rows") : tr("No query has run yet."));
     ShowTruncation(form.dgrQueryResults);
     ShowControl(cmdAsc, form.cmdAsc);
     ShowControl(cmdDesc, form.cmdDesc);

@@ -107,8 +107,7 @@ frmZPG::Private::~Private() {
     life->alive = false;
 }
 
-// --- Handlers
-// ------------------------------------------------------------------------------------------------------
+// --- Handlers ---
 
 void frmZPG::Private::Run(const Operation& operation) {
     if (!loaded || showing) return;
@@ -134,8 +133,7 @@ void frmZPG::Private::TabChosen(int index) {
     if (handler.FormIsThere() && !showing) ShowState();
 }
 
-// --- The widgets
-// ---------------------------------------------------------------------------------------------------
+// --- The widgets ---
 
 void frmZPG::Private::BuildWidgets() {
     resources::InitResources();
@@ -197,8 +195,7 @@ void frmZPG::Private::NameForScreenReaders() {
     TabZPG->tabBar()->setAccessibleName(tr("Steps of the query"));
 }
 
-// --- Showing the state
-// ---------------------------------------------------------------------------------------------
+// --- Showing the state ---
 
 void frmZPG::Private::ShowState() {
     if (!loaded) return;
@@ -248,8 +245,7 @@ void frmZPG::Private::TakeFocus() {
     if (widget && widget->isVisible() && widget->isEnabled()) widget->setFocus(Qt::OtherFocusReason);
 }
 
-// --- Closing
-// -------------------------------------------------------------------------------------------------------
+// --- Closing ---
 
 bool frmZPG::Private::AskBeforeClosing() {
     const auto run = state;
@@ -275,8 +271,7 @@ QString frmZPG::Private::Unload() {
     return error;
 }
 
-// --- The form
-// ------------------------------------------------------------------------------------------------------
+// --- The form ---
 
 frmZPG::frmZPG(std::shared_ptr<ZPGGlobalDeclarations> state, const QIcon& icon, const QFont& labelFont)
     : d(std::make_unique<Private>(this, std::move(state), labelFont)) {
