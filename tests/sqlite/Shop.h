@@ -33,8 +33,7 @@ class ShopTest : public testing::Test {
     void Check(const QString& dialect, std::initializer_list<Case> cases) const {
         const auto connection = Connect(shop, dialect);
         for (const Case& row : cases)
-            EXPECT_EQ(qPrintable(Answer(*connection, Text(row.Statement))), std::string(row.Expected))
-                << row.Statement;
+            EXPECT_EQ(Answer(*connection, Text(row.Statement)), Text(row.Expected)) << row.Statement;
     }
     void OnServer(std::initializer_list<Case> cases) const { Check(QStringLiteral("SQL Server"), cases); }
     void OnFile(std::initializer_list<Case> cases) const { Check(QStringLiteral("MS Access"), cases); }

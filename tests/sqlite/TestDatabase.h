@@ -4,6 +4,13 @@
 
 #include <QTemporaryDir>
 
+#include <ostream>
+
+/// Shows a text as a text where a comparison fails.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
 namespace zephrin::ado::providers::sqlite::test {
 
 /// A real file in a scratch folder, made by a script in SQLite's own language.

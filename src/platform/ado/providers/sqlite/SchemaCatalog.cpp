@@ -22,6 +22,9 @@ const CatalogTable* SchemaCatalog::Find(const QString& name) const {
 }
 
 void SchemaCatalog::Refresh() {
+    // The engine notices another program's changes only when it runs something, not when it prepares it.
+    if (const StatementHandle any = Prepare(database, "SELECT 1 FROM main.sqlite_master LIMIT 1"); any)
+        sqlite3_step(any.get());
     const StatementHandle pragma = Prepare(database, "PRAGMA schema_version");
     const qint64 now =
         pragma && sqlite3_step(pragma.get()) == SQLITE_ROW ? sqlite3_column_int64(pragma.get(), 0) : -1;
