@@ -1,5 +1,5 @@
-// Fetching a million rows through ODBC drivers, as ratios to a bare loop over the driver's own block fetch, and to Qt's
-// query class on the same driver.
+// Fetching a million rows through ODBC drivers, as ratios to a bare loop over the driver's own block fetch,
+// and to Qt's query class on the same driver.
 
 #include "bench/Measure.h"
 #include "bench/ResultData.h"
@@ -71,8 +71,8 @@ std::vector<FlatColumn> BareLoop(const QString& connectionString) {
     SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
     SQLAllocHandle(SQL_HANDLE_DBC, environment, &connection);
     QByteArray text = connectionString.toUtf8();
-    SQLDriverConnect(connection, nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS, nullptr, 0, nullptr,
-                     SQL_DRIVER_NOPROMPT);
+    SQLDriverConnect(connection, nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS, nullptr, 0,
+                     nullptr, SQL_DRIVER_NOPROMPT);
     SQLAllocHandle(SQL_HANDLE_STMT, connection, &statement);
     QByteArray sql(Statement);
     SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(sql.data()), SQL_NTS);
@@ -111,8 +111,7 @@ qint64 QtQuery(const QString& connectionString) {
         query.setForwardOnly(true);
         query.exec(QString::fromLatin1(Statement));
         for (; query.next(); ++rows)
-            for (int i = 0; i < ResultColumns; ++i) [[maybe_unused]]
-                const QVariant value = query.value(i);
+            for (int i = 0; i < ResultColumns; ++i) [[maybe_unused]] const QVariant value = query.value(i);
     }
     QSqlDatabase::removeDatabase(QStringLiteral("bench"));
     return rows;
@@ -129,8 +128,8 @@ void Measure(const char* what, const QString& connectionString) {
         qt.push_back(Seconds([&] { qtRows = QtQuery(connectionString); }));
     }
     const double base = Median(bare);
-    std::printf("%s: %zu, %lld and %lld rows by %d columns (ratio to the bare loop)\n", what, bareRows, ourRows, qtRows,
-                ResultColumns);
+    std::printf("%s: %zu, %lld and %lld rows by %d columns (ratio to the bare loop)\n", what, bareRows,
+                ourRows, qtRows, ResultColumns);
     PrintRow("bare loop, blocks of 1000, into flat arrays", base, base);
     PrintRow("recordset", Median(ours), base, "wanted: at most 1.30");
     PrintRow("QSqlQuery on QODBC, forward only", Median(qt), base);
@@ -141,14 +140,15 @@ void MakeSalesOn(const QString& connectionString) {
     ado::Connection connection(ado::providers::AllProviders());
     connection.Open(connectionString);
     connection.Execute(
-        QStringLiteral("create table Sales as select i as ID, i * 7919 % 1000 as Quantity, "
-                       "(i * 104729::bigint % 100000)::float8 / 100 as Price, "
-                       "('Customer ' || i * 31 % 1000000)::varchar(40) as Customer, "
-                       "(array['Berlin', 'M\u00e9xico D.F.', 'London', 'Lule\u00e5'])[1 + i % 4]::varchar(30) as City, "
-                       "('AB-' || i % 1000)::varchar(10) as Code, "
-                       "('Street ' || i % 100000 || ', No. ' || i % 200)::varchar(60) as Street, "
-                       "to_char(date '1996-01-01' + i % 9000, 'YYYY-MM-DD')::varchar(10) as Sold "
-                       "from generate_series(1, %1) i")
+        QStringLiteral(
+            "create table Sales as select i as ID, i * 7919 % 1000 as Quantity, "
+            "(i * 104729::bigint % 100000)::float8 / 100 as Price, "
+            "('Customer ' || i * 31 % 1000000)::varchar(40) as Customer, "
+            "(array['Berlin', 'M\u00e9xico D.F.', 'London', 'Lule\u00e5'])[1 + i % 4]::varchar(30) as City, "
+            "('AB-' || i % 1000)::varchar(10) as Code, "
+            "('Street ' || i % 100000 || ', No. ' || i % 200)::varchar(60) as Street, "
+            "to_char(date '1996-01-01' + i % 9000, 'YYYY-MM-DD')::varchar(10) as Sold "
+            "from generate_series(1, %1) i")
             .arg(Rows));
 }
 
