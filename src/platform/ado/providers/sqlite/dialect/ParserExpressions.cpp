@@ -299,8 +299,10 @@ ExpressionPtr Parser::NameOrCall() {
             truth->IsTrue = means;
             return truth;
         }
-        const bool functionName = !IsReserved(token.Text) || token.Is(QLatin1StringView("LEFT")) ||
-                                  token.Is(QLatin1StringView("RIGHT"));
+        // Some functions share their names with words of other clauses.
+        const bool shared = token.Is(QLatin1StringView("LEFT")) || token.Is(QLatin1StringView("RIGHT")) ||
+                            token.Is(QLatin1StringView("ASC"));
+        const bool functionName = shared || !IsReserved(token.Text);
         if (called && functionName) return Call();
     }
     return ColumnName();
