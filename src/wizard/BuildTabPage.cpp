@@ -56,9 +56,9 @@ BuildTabPage::BuildTabPage(WizardHost& wizardHost) : WizardPage(wizardHost, QStr
 
 void BuildTabPage::ConnectLeft() {
     for (int i = 0; i < 3; ++i)
-        OnClick(optQuery[i], [i](ZPGGlobalDeclarations& state) { ChooseQueryMode(state, i); });
+        OnChosen(optQuery[i], [i](ZPGGlobalDeclarations& state) { ChooseQueryMode(state, i); });
     for (int i = 0; i < 2; ++i)
-        OnClick(optAndOr[i], [i](ZPGGlobalDeclarations& state) { state.Form->optAndOr.Selected = i; });
+        OnChosen(optAndOr[i], [i](ZPGGlobalDeclarations& state) { state.Form->optAndOr.Selected = i; });
     OnPick(Host(), lstSelectedFields, [](FormState& form) { return &form.lstSelectedFields.Items; });
     OnPick(Host(), lstOperands, [](FormState& form) { return &form.lstOperands.Items; });
     ConnectValueBox(0, [](FormState& form) { return &form.cmbAvailableValues1.Items; });
@@ -115,13 +115,13 @@ void BuildTabPage::EditCell(ZPGGlobalDeclarations& state, int column) {
 }
 
 void BuildTabPage::ConnectRight() {
-    connect(chkDistinct, &QCheckBox::clicked, this, [this](bool ticked) {
+    connect(chkDistinct, &QCheckBox::toggled, this, [this](bool ticked) {
         Host().Run([ticked](ZPGGlobalDeclarations& state) {
             state.Form->chkDistinct.Value = ticked ? 1 : 0;
             DistinctClicked(state);
         });
     });
-    connect(chkPercent, &QCheckBox::clicked, this, [this](bool ticked) {
+    connect(chkPercent, &QCheckBox::toggled, this, [this](bool ticked) {
         Host().Run([ticked](ZPGGlobalDeclarations& state) {
             state.Form->chkPercent.Value = ticked ? 1 : 0;
             PercentClicked(state);

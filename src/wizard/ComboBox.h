@@ -3,6 +3,7 @@
 #include "runstate/ListState.h"
 
 #include <QComboBox>
+#include <QPointer>
 
 namespace zephrin {
 
@@ -13,13 +14,14 @@ class ComboBox : public QComboBox {
  public:
     explicit ComboBox(const QString& name, QWidget* parent = nullptr);
 
+    /// Shows `items`, which may go before the box does.
     void SetItems(ListState* items);
     void ShowSelection(int index, const QString& text);
     /// Drops the list down when the text is clicked, for a box whose text can't be chosen by typing.
     void SetPickOnly();
 
  Q_SIGNALS:
-    /// The user picked an item of the list, also the one that was chosen already.
+    /// An item of the list was picked, also the one that was chosen already.
     void Picked(int index);
     void Typed(const QString& text);
     /// Enter was pressed in the text.
@@ -27,6 +29,15 @@ class ComboBox : public QComboBox {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    void ReportIndex(int index);
+    void ReportText();
+
+    QPointer<ListState> state;
+    QString knownText;
+    bool following = false;
+    bool reported = false;
 };
 
 }  // namespace zephrin

@@ -108,7 +108,8 @@ void ResultsTabPage::ShowState(FormState& form) {
     ShowColouredText(txtSQLErrors, form.txtSQLErrors);
     ShowGrid(dgrQueryResults, form.dgrQueryResults);
     dgrQueryResults->MarkColumn(form.dgrQueryResults.DataSource ? form.SortColumn : -1);
-    dgrQueryResults->SetEmptyText(form.dgrQueryResults.DataSource ? tr("No rows") : tr("No query has run yet."));
+    dgrQueryResults->SetEmptyText(form.dgrQueryResults.DataSource ? tr("No rows")
+                                                                  : tr("No query has run yet."));
     ShowTruncation(form.dgrQueryResults);
     ShowControl(cmdAsc, form.cmdAsc);
     ShowControl(cmdDesc, form.cmdDesc);

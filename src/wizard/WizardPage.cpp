@@ -15,4 +15,10 @@ void WizardPage::OnClick(QAbstractButton* button, WizardHost::Operation operatio
             [this, run = std::move(operation)] { host.RunCommitted(run); });
 }
 
+void WizardPage::OnChosen(QAbstractButton* option, WizardHost::Operation operation) {
+    connect(option, &QAbstractButton::toggled, this, [this, run = std::move(operation)](bool chosen) {
+        if (chosen) host.RunCommitted(run);
+    });
+}
+
 }  // namespace zephrin

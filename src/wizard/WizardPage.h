@@ -39,6 +39,8 @@ class WizardPage : public QWidget {
  protected:
     WizardHost& Host() const { return host; }
     void OnClick(QAbstractButton* button, WizardHost::Operation operation);
+    /// The same for an option button; choosing the one that is chosen is no news.
+    void OnChosen(QAbstractButton* option, WizardHost::Operation operation);
 
  private:
     WizardHost& host;

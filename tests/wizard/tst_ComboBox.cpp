@@ -1,5 +1,6 @@
 #include "wizard/ComboBox.h"
 
+#include <QAbstractItemView>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -53,6 +54,39 @@ TEST_F(ComboBoxTest, KeepsTheCaretWhereTheUserTypes) {
     QTest::keyClicks(combo.lineEdit(), QStringLiteral("5"));
     combo.ShowSelection(-1, QStringLiteral("152"));
     EXPECT_EQ(combo.lineEdit()->cursorPosition(), 2);
+}
+
+TEST_F(ComboBoxTest, ReportsAPickOnceHoweverItIsMade) {
+    items.AddItems({QStringLiteral("one"), QStringLiteral("two")});
+    combo.ShowSelection(-1, {});
+    combo.show();
+    const auto choose = [this](int row) {
+        combo.showPopup();
+        combo.view()->setCurrentIndex(items.index(row));
+        QTest::keyClick(combo.view(), Qt::Key_Return);
+        QCoreApplication::processEvents();
+    };
+    choose(1);
+    EXPECT_EQ(picked.size(), 1);
+    combo.ShowSelection(1, QStringLiteral("two"));
+    choose(1);
+    EXPECT_EQ(picked.size(), 2) << "what is chosen already may be picked again";
+    combo.setCurrentIndex(0);
+    EXPECT_EQ(picked.size(), 3) << "a tool drives the box as a user does";
+    EXPECT_EQ(typed.size(), 0);
+    combo.setEditText(QStringLiteral("three"));
+    EXPECT_EQ(typed.size(), 1);
+}
+
+TEST_F(ComboBoxTest, TakesNoChangeOfItsItemsForAPick) {
+    combo.ShowSelection(-1, QStringLiteral("typed"));
+    items.AddItem(QStringLiteral("one"));
+    items.AddItem(QStringLiteral("zero"), 0);
+    combo.ShowSelection(0, QStringLiteral("zero"));
+    items.RemoveItem(0);
+    items.Clear();
+    EXPECT_EQ(picked.size(), 0);
+    EXPECT_EQ(typed.size(), 0);
 }
 
 TEST_F(ComboBoxTest, ReportsWhatIsChosenWithTheKeyboard) {
