@@ -11,6 +11,7 @@ namespace zephrin::ado {
 /// Numbers of errors that ADO users know. A provider's own errors carry the provider's numbers.
 namespace ErrorNumber {
 inline constexpr int InvalidArgument = 3001;
+inline constexpr int WriteFile = 3004;
 inline constexpr int NoCurrentRecord = 3021;
 inline constexpr int FeatureNotAvailable = 3251;
 inline constexpr int ItemNotFound = 3265;

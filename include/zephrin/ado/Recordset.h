@@ -84,6 +84,22 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
     /// the same columns. A clone outlives what it was made of, and the connection too.
     std::shared_ptr<Recordset> Clone() const;
 
+    // --- Files -------------------------------------------------------------------------------------------------
+
+    /// Who may read a file that is saved.
+    enum class FileAccess { Usual, OwnerOnly };
+
+    /// Writes columns and rows, in their present order, to a file in ADO's XML form. The file is replaced as a whole: on
+    /// a failure, which throws ErrorNumber::WriteFile, what was there stays. 3704 when closed.
+    void Save(const QString& path, FileAccess access = FileAccess::Usual) const;
+    /// Opens with the columns and rows of a saved file, to be changed like a table made by hand. 3705 when open. A file
+    /// that is missing, damaged or of another form throws 3709 and leaves the recordset as it was; the description names
+    /// file and line.
+    void OpenFile(const QString& path);
+    /// The same form in memory, for who handles files himself; `name` stands for the file in descriptions.
+    QByteArray ToXml() const;
+    void OpenXml(const QByteArray& xml, const QString& name);
+
     // --- Moving ------------------------------------------------------------------------------------------------
 
     /// Rows in all, 0 when closed.

@@ -214,7 +214,8 @@ void ColumnStore::AppendValue(int column, const QVariant& value, DataType type) 
             break;
     }
     const QByteArray utf8 = value.toString().toUtf8();
-    const bool exact = value.typeId() == QMetaType::ULong || value.typeId() == QMetaType::ULongLong || type == DataType::Decimal || type == DataType::Numeric || type == DataType::Currency;
+    const bool exact = value.typeId() == QMetaType::ULong || value.typeId() == QMetaType::ULongLong ||
+                       type == DataType::Decimal || type == DataType::Numeric || type == DataType::Currency;
     AppendRun(column, exact ? CellTag::Decimal : CellTag::Text, utf8.constData(), utf8.size());
 }
 

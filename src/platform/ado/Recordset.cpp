@@ -10,15 +10,6 @@
 
 namespace zephrin::ado {
 
-namespace {
-
-Error AlreadyOpen() {
-    return Error(ErrorNumber::ObjectOpen,
-                 QStringLiteral("Operation is not allowed when the object is open."));
-}
-
-}  // namespace
-
 Recordset::Recordset(QObject* parent) : QObject(parent), d(std::make_unique<RecordsetPrivate>(*this)) {}
 Recordset::~Recordset() = default;
 
@@ -32,7 +23,7 @@ void Recordset::Append(const QString& name, DataType type, int definedSize, int 
 }
 
 void Recordset::Append(const Field& field) {
-    if (IsOpen()) throw AlreadyOpen();
+    d->RequireClosed();
     d->fields.Append(field);
 }
 
@@ -65,7 +56,7 @@ void Recordset::SetCursorLocation(CursorLocation location) {
 }
 
 void Recordset::Open() {
-    if (IsOpen()) throw AlreadyOpen();
+    d->RequireClosed();
     d->truncated = false;
     auto rows = std::make_unique<EditedRows>();
     EditedRows* const edited = rows.get();
@@ -73,7 +64,7 @@ void Recordset::Open() {
 }
 
 void Recordset::Open(const QString& source, Connection& connection, CursorType, LockType, int) {
-    if (IsOpen()) throw AlreadyOpen();
+    d->RequireClosed();
     // One row more than wanted tells whether there were more.
     const bool limited = d->maxRecords > 0 && d->maxRecords < std::numeric_limits<qint64>::max();
     d->Fetch(*connection.Stream(source, limited ? d->maxRecords + 1 : 0));

@@ -90,6 +90,12 @@ void RecordsetPrivate::RequireOpen() const {
                     QStringLiteral("Operation is not allowed when the object is closed."));
 }
 
+void RecordsetPrivate::RequireClosed() const {
+    if (rows)
+        throw Error(ErrorNumber::ObjectOpen,
+                    QStringLiteral("Operation is not allowed when the object is open."));
+}
+
 EditedRows& RecordsetPrivate::RequireEdited() const {
     RequireOpen();
     if (!edited)

@@ -33,6 +33,7 @@ class RecordsetPrivate {
     void MoveTo(qint64 row);
 
     void RequireOpen() const;
+    void RequireClosed() const;
     EditedRows& RequireEdited() const;
     qint64 RequireRow() const;
     void Write(qint64 row, int field, const QVariant& value);

@@ -1,0 +1,245 @@
+#include "platform/ado/PersistText.h"
+#include "platform/ado/PersistTypes.h"
+#include "platform/ado/PersistXml.h"
+
+#include <zephrin/ado/Error.h>
+
+#include <QHash>
+#include <QXmlStreamReader>
+
+#include <limits>
+
+namespace zephrin::ado {
+
+namespace {
+
+// As with the bytes: far above what is kept, far below what hurts.
+constexpr int MostColumns = 65'536;
+constexpr qint64 MostCells = 8'000'000;
+
+/// Reads the form in one pass, element by element: what is not expected where it stands is an error.
+class PersistReader {
+ public:
+    PersistReader(const QByteArray& xml, const QString& from) : reader(xml), source(from) {}
+
+    PersistedTable Read();
+
+ private:
+    [[noreturn]] void Fail(const QString& what) const;
+    /// Goes to the next element inside the present one; false at its end. Text between elements is an error.
+    bool NextChild();
+    bool Is(QStringView space, QStringView name) const {
+        return reader.namespaceUri() == space && reader.name() == name;
+    }
+    void Require(QStringView space, QStringView name);
+    /// Moves to the end of the present element, which must hold nothing.
+    void RequireEmpty();
+
+    void ReadSchema();
+    void ReadColumns();
+    Field ReadColumn(QString& attributeName);
+    void ReadType(Field& field);
+    void ReadRows();
+    void ReadRow();
+    int Number(const QXmlStreamAttributes& attributes, QStringView space, QStringView name) const;
+    bool Flag(const QXmlStreamAttributes& attributes, QStringView name) const;
+    void TakeFlag(const QXmlStreamAttributes& attributes, QStringView name, int bit, Field& field) const;
+    void AddColumn(const Field& field, const QString& attributeName);
+
+    QXmlStreamReader reader;
+    QString source;
+    QList<Field> fields;
+    QHash<QString, int> columnOf;
+    std::unique_ptr<EditedRows> rows = std::make_unique<EditedRows>();
+    qint64 cells = 0;
+};
+
+void PersistReader::Fail(const QString& what) const {
+    throw Error(ErrorNumber::InvalidConnection,
+                QStringLiteral("%1, line %2: %3").arg(source).arg(reader.lineNumber()).arg(what));
+}
+
+bool PersistReader::NextChild() {
+    for (;;) {
+        switch (reader.readNext()) {
+            case QXmlStreamReader::StartElement:
+                return true;
+            case QXmlStreamReader::EndElement:
+                return false;
+            case QXmlStreamReader::StartDocument:
+            case QXmlStreamReader::Comment:
+            case QXmlStreamReader::ProcessingInstruction:
+                break;
+            case QXmlStreamReader::Characters:
+                if (!reader.isWhitespace()) Fail(QStringLiteral("text where an element is expected"));
+                break;
+            case QXmlStreamReader::DTD:
+                Fail(QStringLiteral("a document type is not allowed here"));
+            case QXmlStreamReader::Invalid:
+                Fail(reader.errorString());
+            default:
+                Fail(QStringLiteral("this is not the form of a saved recordset"));
+        }
+    }
+}
+
+void PersistReader::Require(QStringView space, QStringView name) {
+    if (!NextChild() || !Is(space, name)) Fail(QStringLiteral("the element '%1' is expected").arg(name));
+}
+
+void PersistReader::RequireEmpty() {
+    if (NextChild()) Fail(QStringLiteral("the element '%1' is not expected").arg(reader.qualifiedName()));
+}
+
+PersistedTable PersistReader::Read() {
+    Require({}, u"xml");
+    Require(SchemaNamespace, u"Schema");
+    ReadSchema();
+    Require(RowsetNamespace, u"data");
+    ReadRows();
+    RequireEmpty();
+    // Behind the root only blanks and comments may follow; the reader itself refuses a second root.
+    while (!reader.atEnd()) reader.readNext();
+    if (reader.hasError()) Fail(reader.errorString());
+    return {FieldList(fields), std::move(rows)};
+}
+
+void PersistReader::ReadSchema() {
+    if (reader.attributes().value(u"id"_qs) != u"RowsetSchema")
+        Fail(QStringLiteral("the schema is not one of rows"));
+    Require(SchemaNamespace, u"ElementType");
+    if (reader.attributes().value(u"name"_qs) != u"row")
+        Fail(QStringLiteral("the schema is not one of rows"));
+    ReadColumns();
+    RequireEmpty();
+}
+
+void PersistReader::ReadColumns() {
+    while (NextChild()) {
+        if (Is(SchemaNamespace, u"AttributeType")) {
+            QString attributeName;
+            const Field field = ReadColumn(attributeName);
+            AddColumn(field, attributeName);
+        } else if (Is(SchemaNamespace, u"extends") || Is(SchemaNamespace, u"attribute")) {
+            RequireEmpty();
+        } else {
+            Fail(QStringLiteral("the element '%1' is not expected").arg(reader.qualifiedName()));
+        }
+    }
+}
+
+Field PersistReader::ReadColumn(QString& attributeName) {
+    const QXmlStreamAttributes attributes = reader.attributes();
+    Field field;
+    attributeName = attributes.value(u"name"_qs).toString();
+    if (attributeName.isEmpty()) Fail(QStringLiteral("a column has no name"));
+    const bool named = attributes.hasAttribute(RowsetNamespace.toString(), u"name"_qs);
+    field.Name = named ? UnescapedFromXml(attributes.value(RowsetNamespace.toString(), u"name"_qs).toString())
+                       : attributeName;
+    const int number = Number(attributes, RowsetNamespace, u"number");
+    if (number != 0 && number != fields.size() + 1) Fail(QStringLiteral("a column is out of its place"));
+    TakeFlag(attributes, u"nullable", FieldIsNullable, field);
+    TakeFlag(attributes, u"write", FieldUpdatable, field);
+    Require(SchemaNamespace, u"datatype");
+    ReadType(field);
+    RequireEmpty();
+    RequireEmpty();
+    return field;
+}
+
+void PersistReader::ReadType(Field& field) {
+    const QXmlStreamAttributes attributes = reader.attributes();
+    const QString type = attributes.value(TypeNamespace.toString(), u"type"_qs).toString();
+    const QString dbType = attributes.value(RowsetNamespace.toString(), u"dbtype"_qs).toString();
+    const auto known =
+        TypeOfPersisted({type, dbType, Flag(attributes, u"fixedlength"), Flag(attributes, u"long")});
+    if (!known) Fail(QStringLiteral("the type '%1' is unknown").arg(type));
+    field.Type = *known;
+    field.DefinedSize = Number(attributes, TypeNamespace, u"maxLength");
+    field.Precision = Number(attributes, RowsetNamespace, u"precision");
+    field.NumericScale = Number(attributes, RowsetNamespace, u"scale");
+    TakeFlag(attributes, u"maybenull", FieldMayBeNull, field);
+}
+
+int PersistReader::Number(const QXmlStreamAttributes& attributes, QStringView space, QStringView name) const {
+    const QStringView text = attributes.value(space.toString(), name.toString());
+    if (text.isEmpty()) return 0;
+    bool whole = false;
+    const qulonglong value = text.toULongLong(&whole);
+    if (!whole) Fail(QStringLiteral("'%1' is no number").arg(text));
+    // Unlimited sizes are written as numbers beyond an int.
+    return static_cast<int>(std::min<qulonglong>(value, std::numeric_limits<int>::max()));
+}
+
+bool PersistReader::Flag(const QXmlStreamAttributes& attributes, QStringView name) const {
+    const QStringView text = attributes.value(RowsetNamespace.toString(), name.toString());
+    if (text.isEmpty() || text == u"false") return false;
+    if (text != u"true") Fail(QStringLiteral("'%1' is neither true nor false").arg(text));
+    return true;
+}
+
+/// A field of which none of these flags is told keeps its attributes unspecified.
+void PersistReader::TakeFlag(const QXmlStreamAttributes& attributes, QStringView name, int bit,
+                             Field& field) const {
+    if (!attributes.hasAttribute(RowsetNamespace.toString(), name.toString())) return;
+    if (field.Attributes == FieldAttributesUnspecified) field.Attributes = 0;
+    if (Flag(attributes, name)) field.Attributes |= bit;
+}
+
+void PersistReader::AddColumn(const Field& field, const QString& attributeName) {
+    if (fields.size() == MostColumns) Fail(QStringLiteral("there are too many columns"));
+    if (columnOf.contains(attributeName))
+        Fail(QStringLiteral("the column '%1' comes twice").arg(attributeName));
+    columnOf.insert(attributeName, static_cast<int>(fields.size()));
+    fields << field;
+}
+
+void PersistReader::ReadRows() {
+    while (NextChild()) {
+        if (Is(RowNamespace, u"row")) {
+            ReadRow();
+        } else if (Is(RowsetNamespace, u"insert")) {
+            // Rows that were never written to a database; here they are rows like any.
+            while (NextChild()) {
+                if (!Is(RowNamespace, u"row")) Fail(QStringLiteral("a row is expected"));
+                ReadRow();
+            }
+        } else {
+            Fail(QStringLiteral("a row is expected"));
+        }
+    }
+}
+
+void PersistReader::ReadRow() {
+    rows->Append();
+    const qint64 row = rows->Count() - 1;
+    // Room is taken up to the last column that a row has, and for the row itself.
+    int last = 0;
+    const QXmlStreamAttributes attributes = reader.attributes();
+    for (const QXmlStreamAttribute& attribute : attributes) {
+        const int column = columnOf.value(attribute.qualifiedName().toString(), -1);
+        if (column < 0) Fail(QStringLiteral("'%1' is no column").arg(attribute.qualifiedName()));
+        last = std::max(last, column);
+    }
+    cells += last + 2;
+    if (cells > MostCells) Fail(QStringLiteral("there are too many rows"));
+    for (const QXmlStreamAttribute& attribute : attributes) {
+        const int column = columnOf.value(attribute.qualifiedName().toString());
+        try {
+            rows->Set(row, column, ValueOfPersisted(attribute.value().toString(), fields.at(column)));
+        } catch (const Error& error) {
+            Fail(error.Description());
+        }
+    }
+    RequireEmpty();
+}
+
+}  // namespace
+
+PersistedTable ReadPersisted(const QByteArray& xml, const QString& source) {
+    if (xml.size() > MostPersistedBytes)
+        throw Error(ErrorNumber::InvalidConnection, QStringLiteral("%1: the file is too large").arg(source));
+    return PersistReader(xml, source).Read();
+}
+
+}  // namespace zephrin::ado
