@@ -218,10 +218,10 @@ TEST(PersistXml, RefusesWhatIsNotOfTheForm) {
         bomb += "'>";
     }
     QByteArray many;
-    for (int column = 0; column < 70'000; ++column)
+    for (int column = 0; column < 33'000; ++column)
         many += Column("n" + QByteArray::number(column), "dt:type='i2'");
     QByteArray wide;
-    for (int column = 0; column < 60'000; ++column)
+    for (int column = 0; column < 30'000; ++column)
         wide += Column("n" + QByteArray::number(column), "dt:type='i2'");
     const struct {
         const char* What;
@@ -256,20 +256,28 @@ TEST(PersistXml, RefusesWhatIsNotOfTheForm) {
          "<!DOCTYPE xml [<!ENTITY e SYSTEM 'file:///etc/hostname'>]>\n" + Document(good, "<z:row B='&e;'/>"),
          1},
         {"undeclared entity", Document(good, "<z:row B='&e;'/>"), 12},
-        {"columns without end", Document(many, {}), 65'542},
-        {"rows that take all memory", Document(wide, QByteArray("<z:row n59999='1'/>").repeated(400)), -1},
+        {"columns without end", Document(many, {}), 32'774},
+        {"rows that take all memory", Document(wide, QByteArray("<z:row n29999='1'/>").repeated(400)), -1},
         {"elements without end", QByteArray("<xml>").repeated(100'000), 1},
     };
     for (const auto& row : cases) {
         Recordset rs;
         rs.Append(u"Mine"_qs, DataType::Integer);
-        const auto open = [&] { rs.OpenXml(row.Xml, u"/q/Sales.zpb"_qs); };
-        EXPECT_EQ(NumberOf(open), ErrorNumber::InvalidConnection) << row.What;
+        QString description;
+        const int number = NumberOf([&] {
+            try {
+                rs.OpenXml(row.Xml, u"/q/Sales.zpb"_qs);
+            } catch (const Error& error) {
+                description = error.Description();
+                throw;
+            }
+        });
+        EXPECT_EQ(number, ErrorNumber::InvalidConnection) << row.What;
         EXPECT_FALSE(rs.IsOpen());
         EXPECT_EQ(rs.FieldIndex(u"Mine"), 0);
         if (row.Line < 0) continue;
         const QString begin = u"/q/Sales.zpb, line %1: "_qs.arg(row.Line);
-        EXPECT_EQ(DescriptionOf(open).left(begin.size()).toStdString(), begin.toStdString()) << row.What;
+        EXPECT_EQ(description.left(begin.size()).toStdString(), begin.toStdString()) << row.What;
     }
 }
 

@@ -14,7 +14,7 @@ namespace zephrin::ado {
 namespace {
 
 // As with the bytes: far above what is kept, far below what hurts.
-constexpr int MostColumns = 65'536;
+constexpr int MostColumns = 32'768;
 constexpr qint64 MostCells = 8'000'000;
 
 /// Reads the form in one pass, element by element: what is not expected where it stands is an error.
