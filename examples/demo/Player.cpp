@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -41,25 +42,54 @@ Player::Player(DemoWindow& demoWindow, QString picturesFolder)
 int Player::Run() {
     try {
         Connect();
-        ShowWizard();
-        ChooseTable(QStringLiteral("[Orders]"));
-        ChooseFields({QStringLiteral("[Orders].[OrderID]"), QStringLiteral("[Orders].[Order Date]"),
-                      QStringLiteral("[Orders].[Freight]"), QStringLiteral("[Orders].[Paid]"),
-                      QStringLiteral("[Orders].[Comment]")});
-        LimitRows();
-        RunQuery();
-        SortRows();
-        CloseWizard();
+        PlayOneTable();
         // The connection outlives the wizard: the second showing needs none of its own.
-        ShowWizard();
-        CloseWizard();
-        Report();
+        PlayJoin();
+        TakePicture(QStringLiteral("0-host"), &window);
     } catch (const Failure& failure) {
         std::fprintf(stderr, "The demo could not go on: %s\n%s", failure.what(),
                      qPrintable(window.Log()->Text()));
         return 1;
     }
+    QTextStream out(stdout);
+    out << "Events:\n" << window.Log()->Text();
+    if (!folder.isEmpty()) out << "\nPictures of the wizard: " << QDir(folder).path() << "/*.png\n";
     return 0;
+}
+
+void Player::PlayOneTable() {
+    ShowWizard();
+    ChooseTables({QStringLiteral("[Orders]")});
+    ChooseFields({QStringLiteral("[Orders].[OrderID]"), QStringLiteral("[Orders].[Order Date]"),
+                  QStringLiteral("[Orders].[Freight]"), QStringLiteral("[Orders].[Paid]"),
+                  QStringLiteral("[Orders].[Comment]")});
+    LimitRows();
+    RunQuery();
+    SortRows();
+    TakePicture(QStringLiteral("6-sorted"));
+    CloseWizard();
+    ReportQuery();
+}
+
+void Player::PlayJoin() {
+    ShowWizard();
+    ChooseTables({QStringLiteral("[Customers]"), QStringLiteral("[Orders]")});
+    TakePicture(QStringLiteral("1-select-tables"));
+    JoinTables();
+    TakePicture(QStringLiteral("2-build-joins"));
+    ChooseFields({QStringLiteral("[Customers].[Customer Name]"), QStringLiteral("[Customers].[City]"),
+                  QStringLiteral("[Orders].[Order Date]"), QStringLiteral("[Orders].[Freight]")});
+    TakePicture(QStringLiteral("3-select-fields"));
+    OpenTab(3);
+    AddCriterion(QStringLiteral("[Orders].[Freight]"), QStringLiteral(">="), QStringLiteral("25"));
+    AddCriterion(QStringLiteral("[Customers].[Customer Name]"), QStringLiteral("contains"),
+                 QStringLiteral("o"));
+    OrderBy(QStringLiteral("[Customers].[Customer Name]"));
+    TakePicture(QStringLiteral("4-build-query"));
+    RunQuery();
+    TakePicture(QStringLiteral("5-query-results"));
+    CloseWizard();
+    ReportQuery();
 }
 
 void Player::Connect() {
@@ -80,10 +110,20 @@ void Player::ShowWizard() {
     WaitFor("the wizard on the screen", [this] { return QTest::qWaitForWindowExposed(wizard); });
 }
 
-void Player::ChooseTable(const QString& table) {
-    Pick(QStringLiteral("lstZPQTableSelection"), table);
-    Press(QStringLiteral("cmdZPQTableRight"));
-    TakePicture(QStringLiteral("1-select-tables"));
+void Player::ChooseTables(const QStringList& tables) {
+    for (const QString& table : tables) {
+        Pick(QStringLiteral("lstZPQTableSelection"), table);
+        Press(QStringLiteral("cmdZPQTableRight"));
+    }
+}
+
+void Player::JoinTables() {
+    OpenTab(1);
+    PickFromDropDown(QStringLiteral("cmbJoinTables_0"), QStringLiteral("[Customers]"));
+    PickFromDropDown(QStringLiteral("cmbJoinTables_1"), QStringLiteral("[Orders]"));
+    // The lock reads the fields of both and offers the pair that has one name.
+    Press(QStringLiteral("cmdlockTables"));
+    Press(QStringLiteral("cmdAddJoin"));
 }
 
 void Player::ChooseFields(const QStringList& fields) {
@@ -92,7 +132,6 @@ void Player::ChooseFields(const QStringList& fields) {
         Pick(QStringLiteral("lstZPQFieldFrom"), field);
         Press(QStringLiteral("cmdZPQFieldRight"));
     }
-    TakePicture(QStringLiteral("3-select-fields"));
 }
 
 void Player::LimitRows() {
@@ -101,13 +140,27 @@ void Player::LimitRows() {
     auto* top = Find<QLineEdit>(QStringLiteral("txtTopX"));
     QTest::mouseClick(top, Qt::LeftButton);
     QTest::keyClicks(top, QStringLiteral("250"));
-    TakePicture(QStringLiteral("4-build-query"));
+}
+
+void Player::AddCriterion(const QString& field, const QString& comparison, const QString& value) {
+    Press(QStringLiteral("optQuery_0"));
+    Pick(QStringLiteral("lstSelectedFields"), field);
+    Pick(QStringLiteral("lstOperands"), comparison);
+    QTest::keyClicks(Find<QComboBox>(QStringLiteral("cmbAvailableValues1")), value);
+    Press(QStringLiteral("cmdCommit"));
+}
+
+void Player::OrderBy(const QString& field) {
+    Press(QStringLiteral("optQuery_2"));
+    Pick(QStringLiteral("lstSelectedFields"), field);
+    Pick(QStringLiteral("lstOperands"), QStringLiteral("ASC"));
+    Press(QStringLiteral("cmdCommit"));
 }
 
 void Player::RunQuery() {
+    queryError = -1;
     Press(QStringLiteral("cmdRunQuery"));
     if (queryError != 0) throw Failure("the query does not run");
-    TakePicture(QStringLiteral("5-query-results"));
 }
 
 void Player::SortRows() {
@@ -116,7 +169,6 @@ void Player::SortRows() {
     const QPoint middle(head->sectionViewportPosition(2) + head->sectionSize(2) / 2, head->height() / 2);
     QTest::mouseClick(head->viewport(), Qt::LeftButton, {}, middle);
     Press(QStringLiteral("cmdDesc"));
-    TakePicture(QStringLiteral("6-sorted"));
 }
 
 void Player::CloseWizard() {
@@ -126,13 +178,10 @@ void Player::CloseWizard() {
     wizard = nullptr;
 }
 
-void Player::Report() {
-    TakePicture(QStringLiteral("0-host"), &window);
+void Player::ReportQuery() {
     QTextStream out(stdout);
     out << "Statement:\n" << statement.trimmed() << "\n\n";
     out << "The first of " << rows->RecordCount() << " rows:\n" << RowsAsText(rows, shownRows) << "\n\n";
-    out << "Events:\n" << window.Log()->Text();
-    if (!folder.isEmpty()) out << "\nPictures of the wizard: " << QDir(folder).path() << "/*.png\n";
 }
 
 template <typename Widget>
@@ -158,6 +207,16 @@ void Player::Pick(const QString& list, const QString& item) {
     if (found.isEmpty()) throw Failure(list.toStdString() + " has no " + item.toStdString());
     view->scrollTo(found.first());
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(found.first()).center());
+}
+
+void Player::PickFromDropDown(const QString& name, const QString& item) {
+    auto* box = Find<QComboBox>(name);
+    const int wanted = box->findText(item);
+    if (wanted < 0) throw Failure(name.toStdString() + " has no " + item.toStdString());
+    box->setFocus();
+    box->showPopup();
+    box->view()->setCurrentIndex(box->model()->index(wanted, box->modelColumn()));
+    QTest::keyClick(box->view(), Qt::Key_Return);
 }
 
 void Player::OpenTab(int index) {

@@ -27,20 +27,27 @@ class Player {
     };
 
     void Connect();
+    void PlayOneTable();
+    void PlayJoin();
+
     void ShowWizard();
-    void ChooseTable(const QString& table);
+    void ChooseTables(const QStringList& tables);
+    void JoinTables();
     void ChooseFields(const QStringList& fields);
     void LimitRows();
+    void AddCriterion(const QString& field, const QString& comparison, const QString& value);
+    void OrderBy(const QString& field);
     void RunQuery();
     void SortRows();
     void CloseWizard();
-    void Report();
+    void ReportQuery();
 
     /// The control `name` of the wizard. It must be there, visible and enabled.
     template <typename Widget>
     Widget* Find(const QString& name);
     void Press(const QString& button);
     void Pick(const QString& list, const QString& item);
+    void PickFromDropDown(const QString& box, const QString& item);
     void OpenTab(int index);
     void AnswerNextBox(QMessageBox::StandardButton button);
     void TakePicture(const QString& name, QWidget* of = nullptr);

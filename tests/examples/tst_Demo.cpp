@@ -23,10 +23,11 @@ TEST(Demo, PlaysAQueryByItself) {
     EXPECT_TRUE(output.contains(QStringLiteral("SELECT DISTINCT TOP 250 [Orders].[OrderID]")))
         << qPrintable(output);
     EXPECT_TRUE(output.contains(QStringLiteral("The first of 250 rows:"))) << qPrintable(output);
+    EXPECT_TRUE(output.contains(QStringLiteral("[Customers] INNER JOIN [Orders]"))) << qPrintable(output);
     EXPECT_EQ(output.count(QStringLiteral("ZPBUnloaded")), 2) << qPrintable(output);
 
     const QStringList pictures = QDir(folder.path()).entryList({QStringLiteral("*.png")});
-    EXPECT_EQ(pictures.size(), 6);
+    EXPECT_EQ(pictures.size(), 7);
     for (const QString& name : pictures)
         EXPECT_FALSE(QImage(folder.filePath(name)).isNull()) << qPrintable(name);
 }
