@@ -81,10 +81,9 @@ void Player::PlayJoin() {
                   QStringLiteral("[Orders].[Order Date]"), QStringLiteral("[Orders].[Freight]")});
     TakePicture(QStringLiteral("3-select-fields"));
     OpenTab(3);
-    AddCriterion(QStringLiteral("[Orders].[Freight]"), QStringLiteral(">="), QStringLiteral("25"));
-    AddCriterion(QStringLiteral("[Customers].[Customer Name]"), QStringLiteral("contains"),
-                 QStringLiteral("o"));
-    OrderBy(QStringLiteral("[Customers].[Customer Name]"));
+    AddCriterion(QStringLiteral("[Freight]"), QStringLiteral(">="), QStringLiteral("25"));
+    AddCriterion(QStringLiteral("[Customer Name]"), QStringLiteral("contains"), QStringLiteral("o"));
+    OrderBy(QStringLiteral("[Customer Name]"));
     TakePicture(QStringLiteral("4-build-query"));
     RunQuery();
     TakePicture(QStringLiteral("5-query-results"));

@@ -10,10 +10,11 @@
 
 namespace {
 
-/// Windows that nobody sees have no size hints, and the offscreen platform says so of each of them.
-void DropSizeHintWarnings() {
+/// Windows that nobody sees have no size hints and no place above others, and the offscreen platform says so
+/// each time.
+void DropPlatformWarnings() {
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
-        if (text.contains(QLatin1StringView("propagateSizeHints"))) return;
+        if (text.contains(QLatin1StringView("This plugin does not support"))) return;
         std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
     });
 }
@@ -42,7 +43,7 @@ int main(int argc, char** argv) {
     if (plays || arguments.isSet(dark))
         demo::UseColours(arguments.isSet(dark) ? demo::Colours::Dark : demo::Colours::Light);
 
-    if (plays) DropSizeHintWarnings();
+    if (plays) DropPlatformWarnings();
 
     demo::DemoWindow window;
     window.show();
