@@ -34,6 +34,14 @@ std::array<QRadioButton*, N> MakeOptionButtons(const QString& name, const std::a
     return buttons;
 }
 
+/// The frame whose caption is the sentence under construction: however long a value is, the caption does not
+/// widen the form.
+class SentenceFrame : public QGroupBox {
+ public:
+    QSize minimumSizeHint() const override { return QWidget::minimumSizeHint(); }
+    QSize sizeHint() const override { return QWidget::sizeHint(); }
+};
+
 QVBoxLayout* PlainColumn(QWidget* parent) {
     auto* layout = new QVBoxLayout(parent);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -54,7 +62,8 @@ QWidget* BuildTabPage::MakeSentence() {
     auto* left = new QWidget;
     QVBoxLayout* layout = PlainColumn(left);
     layout->addWidget(MakeModes());
-    fraBuildQuery = MakeFrame(QStringLiteral("fraBuildQuery"), 0);
+    fraBuildQuery = new SentenceFrame;
+    fraBuildQuery->setObjectName(QStringLiteral("fraBuildQuery"));
     auto* sentence = new QVBoxLayout(fraBuildQuery);
     sentence->addWidget(MakeLists(), 1);
     sentence->addWidget(MakeValues());

@@ -1,7 +1,11 @@
 #include "wizard/ListBox.h"
 
+#include "wizard/ShowControl.h"
+
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QToolTip>
 
 namespace zephrin {
 
@@ -75,6 +79,16 @@ void ListBox::focusInEvent(QFocusEvent* event) {
     // The toolkit makes the first row current here without selecting it, and the first Down would pass it
     // over.
     if (state && state->ListIndex() < 0) selectionModel()->clearCurrentIndex();
+}
+
+/// An item that looks like mark-up is shown as it stands.
+bool ListBox::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex item = indexAt(help->pos());
+    QToolTip::showText(help->globalPos(), item.isValid() ? PlainToolTip(item.data().toString()) : toolTip(),
+                       viewport());
+    return true;
 }
 
 QSize ListBox::sizeHint() const {

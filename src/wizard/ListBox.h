@@ -30,6 +30,7 @@ class ListBox : public QListView {
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     QSize sizeHint() const override;
 
  private:

@@ -4,22 +4,31 @@
 #include "wizard/ListBox.h"
 
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace zephrin {
 
+namespace {
+
+/// The arrow that points to the other list: in a mirrored layout that one stands on the left.
+QString Arrow(bool right, const QString& all = {}) {
+    const bool pointsRight = right != QGuiApplication::isRightToLeft();
+    return (pointsRight ? QStringLiteral("arrow-right") : QStringLiteral("arrow-left")) + all;
+}
+
+}  // namespace
+
 MovePanel::MovePanel(const Names& names)
     : From(new ListBox(names.From)),
       To(new ListBox(names.To)),
-      Right(MakeIconButton(names.Buttons + QStringLiteral("Right"), QStringLiteral("arrow-right"),
-                           names.MoveRight)),
-      RightAll(MakeIconButton(names.Buttons + QStringLiteral("RightAll"), QStringLiteral("arrow-right-all"),
+      Right(MakeIconButton(names.Buttons + QStringLiteral("Right"), Arrow(true), names.MoveRight)),
+      RightAll(MakeIconButton(names.Buttons + QStringLiteral("RightAll"), Arrow(true, QStringLiteral("-all")),
                               names.MoveAllRight)),
-      Left(MakeIconButton(names.Buttons + QStringLiteral("Left"), QStringLiteral("arrow-left"),
-                          names.MoveLeft)),
-      LeftAll(MakeIconButton(names.Buttons + QStringLiteral("LeftAll"), QStringLiteral("arrow-left-all"),
+      Left(MakeIconButton(names.Buttons + QStringLiteral("Left"), Arrow(false), names.MoveLeft)),
+      LeftAll(MakeIconButton(names.Buttons + QStringLiteral("LeftAll"), Arrow(false, QStringLiteral("-all")),
                              names.MoveAllLeft)) {
     setObjectName(names.Frame);
     setProperty("Tag", QString::number(names.FrameTag));

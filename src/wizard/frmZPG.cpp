@@ -151,6 +151,8 @@ void frmZPG::Private::BuildWidgets() {
     statusPanel = new QLabel;
     statusPanel->setObjectName(QStringLiteral("stbZPB_1"));
     statusPanel->setTextFormat(Qt::PlainText);
+    // A long text must not widen the form.
+    statusPanel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     stbZPB->addWidget(statusPanel, 1);
 
     auto* layout = new QVBoxLayout(q);
@@ -352,6 +354,8 @@ void frmZPG::closeEvent(QCloseEvent* event) {
     }
     const QString loadError = d->Unload();
     event->accept();
+    // What the host does about it happens without the form in front.
+    hide();
     Q_EMIT Unloaded(loadError);
 }
 

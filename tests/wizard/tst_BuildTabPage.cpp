@@ -74,6 +74,21 @@ TEST_F(BuildTabPage, BuildsASentenceAndCommitsIt) {
     EXPECT_GT(rows->RecordCount(), 0);
 }
 
+TEST_F(BuildTabPage, ALongValueDoesNotWidenTheForm) {
+    Start();
+    const int width = form->width();
+    Pick("lstSelectedFields", city);
+    Pick("lstOperands", QStringLiteral("="));
+    Find<QComboBox>("cmbAvailableValues1")->setEditText(QString(10000, u'x'));
+    SetStatusText(*state, QString(1000, u'x'));
+    ShowFormNow(*state);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Find<QGroupBox>("fraBuildQuery")->title().size(),
+              10000 + QStringLiteral("Where [City] = ").size());
+    EXPECT_EQ(form->width(), width);
+    EXPECT_TRUE(Enabled("cmdCommit"));
+}
+
 TEST_F(BuildTabPage, BetweenWaitsForBothValues) {
     Start();
     Pick("lstSelectedFields", QStringLiteral("[CustomerID]"));
