@@ -43,11 +43,12 @@ Connected Connect(const Target& target, int timeout) {
                     QStringLiteral("The ODBC driver manager gives no connection."), QStringLiteral("ODBC"));
     if (timeout > 0)
         SQLSetConnectAttr(link->Handle(), SQL_ATTR_LOGIN_TIMEOUT, AsPointer(SQLULEN(timeout)), 0);
-    std::array<SQLWCHAR, 1024> completed{};
+    // The completed string is not asked for: where a driver leaves it unwritten, the driver manager reads
+    // beyond it.
     SQLSMALLINT length = 0;
     const SQLRETURN outcome = SQLDriverConnectW(link->Handle(), nullptr, ToWide(target.ConnectionString),
-                                                SQLSMALLINT(target.ConnectionString.size()), completed.data(),
-                                                SQLSMALLINT(completed.size()), &length, SQL_DRIVER_NOPROMPT);
+                                                SQLSMALLINT(target.ConnectionString.size()), nullptr, 0,
+                                                &length, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(outcome))
         throw ToError(ReadDiagnostics(SQL_HANDLE_DBC, link->Handle()), Stage::Opening, target.DriverName);
     link->SetConnected();

@@ -11,7 +11,8 @@ namespace zephrin::ado::odbc {
 namespace {
 
 constexpr size_t BatchBytes = 2 << 20;
-constexpr size_t MostRows = 1024;
+/// Each batch is one round to the worker and back, which a busy machine makes expensive.
+constexpr size_t MostRows = 4096;
 /// A batch ends early when its long cells hold that much.
 constexpr size_t MostLongBytes = 16 << 20;
 /// Bytes in the row for a column that may be longer.
