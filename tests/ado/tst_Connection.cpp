@@ -133,6 +133,14 @@ TEST_F(ConnectionTest, FailureWhileFetchingLeavesTheRecordsetClosed) {
     EXPECT_TRUE(rs.IsUpdatable());
 }
 
+TEST_F(ConnectionTest, RowsThatDoNotFitIntoMemoryAreAnErrorLikeAny) {
+    connection.Open(u"Provider=Fake"_qs);
+    server.Rows.Cell = [](qint64 row, int) { return row < 5000 ? QVariant(row) : throw std::bad_alloc(); };
+    Recordset rs;
+    EXPECT_EQ(NumberOf([&] { rs.Open(u"good"_qs, connection); }), ErrorNumber::ProviderFailed);
+    EXPECT_FALSE(rs.IsOpen());
+}
+
 TEST_F(ConnectionTest, StatementWithoutRowsOpensNoColumns) {
     connection.Open(u"Provider=Fake"_qs);
     server.Rows.Fields.clear();

@@ -11,6 +11,8 @@
 
 namespace zephrin::ado {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // As with the bytes: far above what is kept, far below what hurts.
@@ -41,13 +43,16 @@ class PersistReader {
     void ReadType(Field& field);
     void ReadRows();
     void ReadRow();
-    int Number(const QXmlStreamAttributes& attributes, QStringView space, QStringView name) const;
-    bool Flag(const QXmlStreamAttributes& attributes, QStringView name) const;
-    void TakeFlag(const QXmlStreamAttributes& attributes, QStringView name, int bit, Field& field) const;
+    int Number(const QXmlStreamAttributes& attributes, const QString& space, QLatin1StringView name) const;
+    bool Flag(const QXmlStreamAttributes& attributes, QLatin1StringView name) const;
+    void TakeFlag(const QXmlStreamAttributes& attributes, QLatin1StringView name, int bit,
+                  Field& field) const;
     void AddColumn(const Field& field, const QString& attributeName);
 
     QXmlStreamReader reader;
     QString source;
+    const QString typeSpace = TypeNamespace.toString();
+    const QString rowsetSpace = RowsetNamespace.toString();
     QList<Field> fields;
     QHash<QString, int> columnOf;
     std::unique_ptr<EditedRows> rows = std::make_unique<EditedRows>();
@@ -105,11 +110,10 @@ PersistedTable PersistReader::Read() {
 }
 
 void PersistReader::ReadSchema() {
-    if (reader.attributes().value(u"id"_qs) != u"RowsetSchema")
+    if (reader.attributes().value("id"_L1) != u"RowsetSchema")
         Fail(QStringLiteral("the schema is not one of rows"));
     Require(SchemaNamespace, u"ElementType");
-    if (reader.attributes().value(u"name"_qs) != u"row")
-        Fail(QStringLiteral("the schema is not one of rows"));
+    if (reader.attributes().value("name"_L1) != u"row") Fail(QStringLiteral("the schema is not one of rows"));
     ReadColumns();
     RequireEmpty();
 }
@@ -131,15 +135,14 @@ void PersistReader::ReadColumns() {
 Field PersistReader::ReadColumn(QString& attributeName) {
     const QXmlStreamAttributes attributes = reader.attributes();
     Field field;
-    attributeName = attributes.value(u"name"_qs).toString();
+    attributeName = attributes.value("name"_L1).toString();
     if (attributeName.isEmpty()) Fail(QStringLiteral("a column has no name"));
-    const bool named = attributes.hasAttribute(RowsetNamespace.toString(), u"name"_qs);
-    field.Name = named ? UnescapedFromXml(attributes.value(RowsetNamespace.toString(), u"name"_qs).toString())
-                       : attributeName;
-    const int number = Number(attributes, RowsetNamespace, u"number");
+    const QStringView trueName = attributes.value(rowsetSpace, "name"_L1);
+    field.Name = trueName.isNull() ? attributeName : UnescapedFromXml(trueName.toString());
+    const int number = Number(attributes, rowsetSpace, "number"_L1);
     if (number != 0 && number != fields.size() + 1) Fail(QStringLiteral("a column is out of its place"));
-    TakeFlag(attributes, u"nullable", FieldIsNullable, field);
-    TakeFlag(attributes, u"write", FieldUpdatable, field);
+    TakeFlag(attributes, "nullable"_L1, FieldIsNullable, field);
+    TakeFlag(attributes, "write"_L1, FieldUpdatable, field);
     Require(SchemaNamespace, u"datatype");
     ReadType(field);
     RequireEmpty();
@@ -149,20 +152,21 @@ Field PersistReader::ReadColumn(QString& attributeName) {
 
 void PersistReader::ReadType(Field& field) {
     const QXmlStreamAttributes attributes = reader.attributes();
-    const QString type = attributes.value(TypeNamespace.toString(), u"type"_qs).toString();
-    const QString dbType = attributes.value(RowsetNamespace.toString(), u"dbtype"_qs).toString();
+    const QString type = attributes.value(typeSpace, "type"_L1).toString();
+    const QString dbType = attributes.value(rowsetSpace, "dbtype"_L1).toString();
     const auto known =
-        TypeOfPersisted({type, dbType, Flag(attributes, u"fixedlength"), Flag(attributes, u"long")});
+        TypeOfPersisted({type, dbType, Flag(attributes, "fixedlength"_L1), Flag(attributes, "long"_L1)});
     if (!known) Fail(QStringLiteral("the type '%1' is unknown").arg(type));
     field.Type = *known;
-    field.DefinedSize = Number(attributes, TypeNamespace, u"maxLength");
-    field.Precision = Number(attributes, RowsetNamespace, u"precision");
-    field.NumericScale = Number(attributes, RowsetNamespace, u"scale");
-    TakeFlag(attributes, u"maybenull", FieldMayBeNull, field);
+    field.DefinedSize = Number(attributes, typeSpace, "maxLength"_L1);
+    field.Precision = Number(attributes, rowsetSpace, "precision"_L1);
+    field.NumericScale = Number(attributes, rowsetSpace, "scale"_L1);
+    TakeFlag(attributes, "maybenull"_L1, FieldMayBeNull, field);
 }
 
-int PersistReader::Number(const QXmlStreamAttributes& attributes, QStringView space, QStringView name) const {
-    const QStringView text = attributes.value(space.toString(), name.toString());
+int PersistReader::Number(const QXmlStreamAttributes& attributes, const QString& space,
+                          QLatin1StringView name) const {
+    const QStringView text = attributes.value(space, name);
     if (text.isEmpty()) return 0;
     bool whole = false;
     const qulonglong value = text.toULongLong(&whole);
@@ -171,17 +175,17 @@ int PersistReader::Number(const QXmlStreamAttributes& attributes, QStringView sp
     return static_cast<int>(std::min<qulonglong>(value, std::numeric_limits<int>::max()));
 }
 
-bool PersistReader::Flag(const QXmlStreamAttributes& attributes, QStringView name) const {
-    const QStringView text = attributes.value(RowsetNamespace.toString(), name.toString());
+bool PersistReader::Flag(const QXmlStreamAttributes& attributes, QLatin1StringView name) const {
+    const QStringView text = attributes.value(rowsetSpace, name);
     if (text.isEmpty() || text == u"false") return false;
     if (text != u"true") Fail(QStringLiteral("'%1' is neither true nor false").arg(text));
     return true;
 }
 
 /// A field of which none of these flags is told keeps its attributes unspecified.
-void PersistReader::TakeFlag(const QXmlStreamAttributes& attributes, QStringView name, int bit,
+void PersistReader::TakeFlag(const QXmlStreamAttributes& attributes, QLatin1StringView name, int bit,
                              Field& field) const {
-    if (!attributes.hasAttribute(RowsetNamespace.toString(), name.toString())) return;
+    if (attributes.value(rowsetSpace, name).isNull()) return;
     if (field.Attributes == FieldAttributesUnspecified) field.Attributes = 0;
     if (Flag(attributes, name)) field.Attributes |= bit;
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 namespace zephrin::ado {
 
@@ -53,7 +54,13 @@ void RecordsetPrivate::Drop() {
 }
 
 void RecordsetPrivate::Fetch(Cursor& cursor) {
-    auto store = FetchAll(cursor, maxRecords);
+    std::shared_ptr<const ColumnStore> store;
+    try {
+        store = FetchAll(cursor, maxRecords);
+    } catch (const std::bad_alloc&) {
+        // What was fetched is free again; the caller can say so and go on.
+        throw Error(ErrorNumber::ProviderFailed, QStringLiteral("The rows do not fit into memory."));
+    }
     truncated = maxRecords > 0 && store->RowCount() == maxRecords && HasMore(cursor);
     Show(FieldList(cursor.Fields()), std::make_unique<FetchedRows>(std::move(store)), nullptr);
 }
