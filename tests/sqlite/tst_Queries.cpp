@@ -30,6 +30,15 @@ TEST_F(ShopTest, StatementsOfTheWizard) {
          "Berlin; Paris; Ålborg"},
         {"SELECT [Id] FROM [dbo].[Orders] WHERE [dbo].[Orders].[Note] IS NULL", "11"},
         {"SELECT o.Id FROM Orders AS o, Customers c WHERE o.CustomerId = c.Id AND c.Name LIKE 'b%'", "12"},
+        {"SELECT * FROM (SELECT Id AS A FROM Customers) c RIGHT JOIN (SELECT Id AS B, CustomerId FROM "
+         "Orders) o ON c.A = "
+         "o.CustomerId AND o.B > 12 ORDER BY o.B",
+         "~|10|1; ~|11|1; ~|12|2; 3|13|3; ~|14|~"},
+        {"SELECT * FROM (SELECT Id AS A FROM Customers) RIGHT JOIN (SELECT Id AS B FROM Orders) ON A = B - "
+         "10 WHERE B < 12 "
+         "ORDER BY 2",
+         "~|10; 1|11"},
+        {"SELECT Id FROM Orders WHERE [Order Date] LIKE '%1997%' AND Note NOT LIKE 'q%'", "12"},
         {"SELECT [Paid Orders].* FROM [Paid Orders] WHERE [Total] < 8", "12|7.25; 13|3.00"},
     });
     OnServer(

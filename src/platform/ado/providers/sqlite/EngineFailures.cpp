@@ -55,9 +55,10 @@ Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline,
         case SQLITE_LOCKED:
             return Failure(
                 ErrorNumber::TimeoutExpired,
-                QStringLiteral("Timeout expired: the database is locked by another user, and stayed locked "
-                               "for %1 seconds.")
-                    .arg(deadline.Seconds()));
+                QStringLiteral("Timeout expired: the database is locked by another user%1.")
+                    .arg(deadline.Seconds() > 0
+                             ? QStringLiteral(", and stayed locked for %1 seconds").arg(deadline.Seconds())
+                             : QString()));
         case SQLITE_READONLY:
             return Failure(FailureNumber::ReadOnly,
                            QStringLiteral("The database is open for reading only; nothing was changed."));

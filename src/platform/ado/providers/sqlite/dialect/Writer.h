@@ -77,6 +77,8 @@ class Writer {
     QString text;
     Dialect speaks;
     const char* collation;
+    /// Whether the order of the tables of the FROM in hand shows nowhere.
+    bool mayTurnJoins = true;
     MappedText out;
 };
 

@@ -129,10 +129,14 @@ void Writer::WriteKey(const Expression& value) {
 }
 
 void Writer::WriteSources(const SelectCore& core) {
+    const bool around = mayTurnJoins;
+    // A star that can't be written out shows its tables in the order in which they stand.
+    mayTurnJoins = core.StarsAreDistinct;
     for (size_t index = 0; index < core.From.size(); ++index) {
         out << (index == 0 ? " FROM " : ", ");
         WriteSource(*core.From[index]);
     }
+    mayTurnJoins = around;
 }
 
 void Writer::WriteSource(const Source& source) {
@@ -147,12 +151,15 @@ void Writer::WriteSource(const Source& source) {
             out << ")";
             break;
         case SourceKind::Join: {
+            // A right join is a left join read from its other end; the engine builds no index of its own for
+            // the first.
+            const bool turned = source.How == JoinKind::Right && mayTurnJoins;
             static constexpr const char* words[] = {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ",
                                                     " FULL JOIN ", " CROSS JOIN "};
             out << "(";
-            WriteSource(*source.Left);
-            out << words[int(source.How)];
-            WriteSource(*source.Right);
+            WriteSource(turned ? *source.Right : *source.Left);
+            out << words[int(turned ? JoinKind::Left : source.How)];
+            WriteSource(turned ? *source.Left : *source.Right);
             if (source.On) {
                 out << " ON ";
                 Write(*source.On);

@@ -292,6 +292,9 @@ void IsDate(Call& call) {
 /// A date as the dialect writes it where a text is wanted.
 void DateText(Call& call) {
     if (call.IsNull(0)) return call.ReturnNull();
+    // What a column holds that is no date is a text already.
+    if (call.Storage(0) == SQLITE_TEXT && !ReadDate(call.Text(0), call.IsFile()))
+        return call.ReturnArgument(0);
     const std::optional<qint64> ticks = call.Date(0);
     if (!ticks) return;
     if (!call.IsFile()) return call.Return(*DateInStyle(*ticks, 0));
