@@ -2,7 +2,7 @@
 #include "platform/controls/ColouredText.h"
 #include "platform/controls/DataGrid.h"
 #include "runstate/Dialect.h"
-#include "wizard/WizardRun.h"
+#include "wizard/FormTest.h"
 
 #include <QCheckBox>
 #include <QFile>
@@ -13,7 +13,7 @@ namespace zephrin {
 namespace {
 
 /// The wizard as its user sees it, on databases behind ODBC drivers.
-class WizardThroughOdbc : public test::WizardRun {
+class WizardThroughOdbc : public test::FormTest {
  protected:
     ConnectionErrors Open(const QString& connectionString) {
         return OpenDatabaseConnection(*state, connectionString, 20, 20, {}, {});

@@ -1,4 +1,4 @@
-#include "wizard/WizardRun.h"
+#include "wizard/FormTest.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -20,7 +20,7 @@ using namespace zephrin;
 
 namespace {
 
-using Accessibility = test::WizardRun;
+using Accessibility = test::FormTest;
 
 QString NameOf(QWidget* widget) {
     QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);

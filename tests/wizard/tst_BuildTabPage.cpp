@@ -1,6 +1,6 @@
 #include "platform/controls/ColouredText.h"
 #include "platform/controls/DataGrid.h"
-#include "wizard/WizardRun.h"
+#include "wizard/FormTest.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -21,7 +21,7 @@ namespace {
 
 const QString city = QStringLiteral("[City]");
 
-class BuildTabPage : public test::WizardRun {
+class BuildTabPage : public test::FormTest {
  protected:
     void Start() {
         Connect();

@@ -1,6 +1,6 @@
 #include "support/ScriptedPrompts.h"
 #include "wizard/ListBox.h"
-#include "wizard/WizardRun.h"
+#include "wizard/FormTest.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -17,7 +17,7 @@ using namespace zephrin;
 
 namespace {
 
-class CalcDialogs : public test::WizardRun {
+class CalcDialogs : public test::FormTest {
  protected:
     CalcDialogs() {
         Connect();

@@ -1,5 +1,5 @@
 #include "platform/controls/DataGrid.h"
-#include "wizard/WizardRun.h"
+#include "wizard/FormTest.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -16,7 +16,7 @@ namespace {
 const QString customers = QStringLiteral("[Customers]");
 const QString orders = QStringLiteral("[Orders]");
 
-class JoinTabPage : public test::WizardRun {
+class JoinTabPage : public test::FormTest {
  protected:
     void ChooseTables(const QStringList& tables) {
         Connect();

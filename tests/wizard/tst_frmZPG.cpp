@@ -1,7 +1,7 @@
 #include "platform/controls/ColouredText.h"
 #include "platform/controls/DataGrid.h"
 #include "runstate/clsBridge.h"
-#include "wizard/WizardRun.h"
+#include "wizard/FormTest.h"
 #include "wizard/frmZPG.h"
 
 #include <QApplication>
@@ -26,7 +26,7 @@ const QString customers = QStringLiteral("[Customers]");
 const QString customerName = QStringLiteral("[Customers].[Customer Name]");
 const QString city = QStringLiteral("[Customers].[City]");
 
-using FrmZPG = test::WizardRun;
+using FrmZPG = test::FormTest;
 
 TEST_F(FrmZPG, RunsAWholeQuery) {
     Connect();

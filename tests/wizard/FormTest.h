@@ -16,10 +16,10 @@ class ListBox;
 namespace zephrin::test {
 
 /// A wizard on the sample database, driven as a user drives it: through its widgets, found by their names.
-class WizardRun : public testing::Test {
+class FormTest : public testing::Test {
  protected:
-    WizardRun();
-    ~WizardRun() override;
+    FormTest();
+    ~FormTest() override;
 
     /// Connects to the sample database in `dialect` and offers its tables and views.
     void Connect(const QString& dialect = QStringLiteral("SQL Server"));

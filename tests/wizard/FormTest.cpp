@@ -1,4 +1,4 @@
-#include "wizard/WizardRun.h"
+#include "wizard/FormTest.h"
 
 #include "platform/ado/providers/AllProviders.h"
 #include "platform/controls/ColouredText.h"
@@ -15,16 +15,16 @@
 
 namespace zephrin::test {
 
-WizardRun::WizardRun()
+FormTest::FormTest()
     : state(std::make_shared<ZPGGlobalDeclarations>(ado::providers::AllProviders(), prompts)) {}
 
-WizardRun::~WizardRun() {
+FormTest::~FormTest() {
     form.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "an hourglass stayed";
 }
 
-void WizardRun::Connect(const QString& dialect) {
+void FormTest::Connect(const QString& dialect) {
     const QString text = QStringLiteral("Provider=SQLite;Dialect=%1;Data Source=%2;Mode=Read")
                              .arg(dialect, QStringLiteral(ZEPHRIN_SHOP_DB));
     const ConnectionErrors errors = OpenDatabaseConnection(*state, text, 0, 0, {}, {});
@@ -39,7 +39,7 @@ void WizardRun::Connect(const QString& dialect) {
     }
 }
 
-void WizardRun::Show() {
+void FormTest::Show() {
     form = std::make_unique<frmZPG>(state, QIcon(), QApplication::font());
     QObject::connect(form.get(), &frmZPG::Unloaded, form.get(),
                      [this](const QString& text) { unloads.append(text); });
@@ -48,14 +48,14 @@ void WizardRun::Show() {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(form.get()));
 }
 
-void WizardRun::Click(const char* name) const {
+void FormTest::Click(const char* name) const {
     auto* button = Find<QAbstractButton>(name);
     ASSERT_TRUE(button && button->isVisible()) << name;
     // A radio button or a check box reacts on its mark and text only.
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
 }
 
-QPoint WizardRun::RowOf(ListBox* list, const QString& text) const {
+QPoint FormTest::RowOf(ListBox* list, const QString& text) const {
     const auto rows = list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, text, 1,
                                            Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (rows.isEmpty()) {
@@ -66,19 +66,19 @@ QPoint WizardRun::RowOf(ListBox* list, const QString& text) const {
     return list->visualRect(rows.first()).center();
 }
 
-void WizardRun::Pick(const char* name, const QString& text) const {
+void FormTest::Pick(const char* name, const QString& text) const {
     auto* list = Find<ListBox>(name);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, RowOf(list, text));
 }
 
-void WizardRun::DoubleClick(const char* name, const QString& text) const {
+void FormTest::DoubleClick(const char* name, const QString& text) const {
     auto* list = Find<ListBox>(name);
     const QPoint place = RowOf(list, text);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
 }
 
-void WizardRun::Choose(const char* name, const QString& text) const {
+void FormTest::Choose(const char* name, const QString& text) const {
     auto* combo = Find<QComboBox>(name);
     const int row = combo->findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive);
     ASSERT_GE(row, 0) << qPrintable(text) << " is not in " << name;
@@ -88,34 +88,34 @@ void WizardRun::Choose(const char* name, const QString& text) const {
     QTest::keyClick(combo->view(), Qt::Key_Return);
 }
 
-void WizardRun::Type(const char* name, const QString& text) const {
+void FormTest::Type(const char* name, const QString& text) const {
     auto* widget = Find(name);
     ASSERT_TRUE(widget->isVisible() && widget->isEnabled()) << name;
     auto* combo = qobject_cast<QComboBox*>(widget);
     QTest::keyClicks(combo ? combo->lineEdit() : widget, text);
 }
 
-void WizardRun::ChooseTab(int tab) const {
+void FormTest::ChooseTab(int tab) const {
     QTabBar* bar = Find<QTabWidget>("TabZPG")->tabBar();
     QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab).center());
 }
 
-int WizardRun::CurrentTab() const {
+int FormTest::CurrentTab() const {
     return Find<QTabWidget>("TabZPG")->currentIndex();
 }
 
-QStringList WizardRun::Items(const char* name) const {
+QStringList FormTest::Items(const char* name) const {
     const QAbstractItemModel* model = Find<ListBox>(name)->model();
     QStringList items;
     for (int row = 0; row < model->rowCount(); ++row) items << model->index(row, 0).data().toString();
     return items;
 }
 
-QString WizardRun::Statement() const {
+QString FormTest::Statement() const {
     return Find<controls::ColouredText>("txtSQL")->Text();
 }
 
-QString WizardRun::Tabs() const {
+QString FormTest::Tabs() const {
     const auto* tabs = Find<QTabWidget>("TabZPG");
     QString picture;
     for (int i = 0; i < tabs->count(); ++i)
@@ -123,7 +123,7 @@ QString WizardRun::Tabs() const {
     return picture;
 }
 
-void WizardRun::ChooseOneTable(const QString& table, const QStringList& fields) const {
+void FormTest::ChooseOneTable(const QString& table, const QStringList& fields) const {
     DoubleClick("lstZPQTableSelection", table);
     ChooseTab(2);
     for (const QString& field : fields) DoubleClick("lstZPQFieldFrom", field);
