@@ -5,6 +5,7 @@
 // seconds only, so that what was left behind comes to its end within the test program.
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <map>
 #include <sql.h>
@@ -30,6 +31,7 @@ struct Handle {
     std::string Message;
     SQLINTEGER Native = 0;
     std::string Scenario;
+    std::atomic<bool> HangsInCancel = false;  // read while another thread executes
     struct Bound {
         SQLSMALLINT CType;
         SQLPOINTER Place;
@@ -143,6 +145,7 @@ SQLRETURN SQL_API SQLExecDirect(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER le
     Handle& handle = *Of(statement);
     handle.Scenario.assign(reinterpret_cast<const char*>(text), size_t(length));
     handle.RowsLeft = 3;
+    handle.HangsInCancel = handle.Scenario == "hang both";
     if (handle.Scenario == "hang" || handle.Scenario == "hang both") sleep(HangSeconds);
     if (handle.Scenario == "lost") return handle.Fail("08S01", 77, "[Contrary]link broken");
     if (handle.Scenario == "3704") return handle.Fail("42000", 3704, "[Contrary]no permission");
@@ -151,7 +154,7 @@ SQLRETURN SQL_API SQLExecDirect(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER le
 }
 
 SQLRETURN SQL_API SQLCancel(SQLHSTMT statement) {
-    if (Of(statement)->Scenario == "hang both") sleep(HangSeconds);
+    if (Of(statement)->HangsInCancel) sleep(HangSeconds);
     return SQL_SUCCESS;
 }
 
