@@ -3,6 +3,8 @@
 #include "sqlgen/WhereClause.h"
 #include "sqlgen/WorkingRows.h"
 
+#include <zephrin/ado/Error.h>
+
 #include <QSet>
 
 namespace zephrin {
@@ -36,6 +38,15 @@ void AppendColumns(const ZPGGlobalDeclarations& state, ado::Recordset& recordset
     for (const CalcRow& row : CalcRows(state)) columns.Append(row.Alias);
 }
 
+/// Writes into the row in hand. A text that came in a wider column and is too long for this one is left out.
+void WriteIfItFits(ado::Recordset& recordset, int field, const QString& text) {
+    try {
+        recordset.SetValue(field, text);
+    } catch (const ado::Error&) {
+        // The cell stays unwritten.
+    }
+}
+
 /// Carries the rows over by the names of their columns. A cell without text stays unwritten in the new row.
 void CarryRows(const ado::Recordset& from, ado::Recordset& to) {
     std::vector<int> source(static_cast<std::size_t>(to.FieldCount()));
@@ -47,7 +58,7 @@ void CarryRows(const ado::Recordset& from, ado::Recordset& to) {
             const int field = source[static_cast<std::size_t>(i)];
             if (field < 0 || from.IsNullAt(row, field)) continue;
             const QString text = from.TextAt(row, field);
-            if (!text.isEmpty()) to.SetValue(i, text);
+            if (!text.isEmpty()) WriteIfItFits(to, i, text);
         }
         to.Update();
     }

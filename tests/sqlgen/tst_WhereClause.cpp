@@ -133,4 +133,18 @@ TEST(CriteriaColumns, RowsAreCarriedOverByName) {
     EXPECT_EQ(sql.state.rsWhere->AbsolutePosition(), 1);
 }
 
+TEST(CriteriaColumns, ATextThatIsTooLongIsLeftOut) {
+    SqlState sql;
+    const QString a = QStringLiteral("A"), b = QStringLiteral("B");
+    sql.Choose({QStringLiteral("[T]")}, {a, b});
+    const auto wide = std::make_shared<ado::Recordset>();
+    for (const QString& name : {a, b}) wide->Append(name, ado::DataType::VarChar, 8000);
+    wide->Open();
+    SqlState::Add(wide, {QString(551, u'x'), QStringLiteral("= 1")});
+    sql.state.rsWhere = wide;
+    SyncCriteriaColumns(sql.state);
+    EXPECT_EQ(sql.state.rsWhere->TextAt(0, 0), QString());
+    EXPECT_EQ(sql.state.rsWhere->TextAt(0, 1), QStringLiteral("= 1"));
+}
+
 }  // namespace zephrin
