@@ -4,6 +4,13 @@
 
 namespace zephrin {
 
+void ShowForAnswer(const ZPGGlobalDeclarations& state) {
+    const std::shared_ptr<FormState> form = state.Form;
+    const MousePointer pointer = std::exchange(form->Pointer, MousePointer::Default);
+    ShowFormNow(state);
+    form->Pointer = pointer;
+}
+
 // Each call keeps the host's prompts alive by itself: this object may go while the box is open.
 
 ShowingPrompts::ShowingPrompts(std::shared_ptr<Prompts> hostPrompts, std::function<void()> showForm)

@@ -1,11 +1,17 @@
 #pragma once
 
+#include "runstate/ZPGGlobalDeclarations.h"
+
 #include <zephrin/Prompts.h>
 
 #include <functional>
 #include <memory>
 
 namespace zephrin {
+
+/// Shows the state on the form for a user who is about to be asked. He is not kept waiting: the hourglass of
+/// an operation stays away until the operation goes on.
+void ShowForAnswer(const ZPGGlobalDeclarations& state);
 
 /// Brings the form up to date before each box that an operation opens, and passes the question on to the
 /// prompts of the host: the user answers in front of what he asked for.

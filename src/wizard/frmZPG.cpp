@@ -305,7 +305,7 @@ bool frmZPG::Load() {
     d->loaded = true;
     run->ShowForm = [this] { d->ShowAtOnce(); };
     run->UserPrompts =
-        std::make_shared<ShowingPrompts>(run->UserPrompts, [run = run.get()] { ShowFormNow(*run); });
+        std::make_shared<ShowingPrompts>(run->UserPrompts, [run = run.get()] { ShowForAnswer(*run); });
     if (LoadForm(*run)) {
         if (!handler.FormIsThere()) return false;
         d->FocusFirstControl();
