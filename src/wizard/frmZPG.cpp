@@ -235,7 +235,9 @@ void frmZPG::Private::ShowTabs() {
     const QSignalBlocker blocker(TabZPG);
     for (int i = 0; i < WizardTabCount; ++i) {
         if (TabZPG->isTabVisible(i) != tabs.TabVisible[i]) TabZPG->setTabVisible(i, tabs.TabVisible[i]);
-        if (TabZPG->isTabEnabled(i) != tabs.TabEnabled[i]) TabZPG->setTabEnabled(i, tabs.TabEnabled[i]);
+        // The toolkit's keys pass over disabled tabs only, and would lead to a hidden one.
+        const bool reachable = tabs.TabEnabled[i] && tabs.TabVisible[i];
+        if (TabZPG->isTabEnabled(i) != reachable) TabZPG->setTabEnabled(i, reachable);
     }
     if (TabZPG->currentIndex() != tabs.Tab) TabZPG->setCurrentIndex(tabs.Tab);
 }

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -120,6 +121,48 @@ TEST_F(FrmZPG, HidesWhatTheHostSwitchedOff) {
     EXPECT_TRUE(Find("fraExcel")->isHidden());
     ChooseTab(3);
     EXPECT_FALSE(Enabled("cmdResetSQL"));
+}
+
+TEST_F(FrmZPG, KeysPassOverHiddenTabs) {
+    Connect();
+    state->Options.gAllowFieldSelection = false;
+    Show();
+    DoubleClick("lstZPQTableSelection", customers);
+    EXPECT_EQ(Tabs(), QStringLiteral("10-11"));
+    QTabBar* bar = Find<QTabWidget>("TabZPG")->tabBar();
+    struct Row {
+        Qt::Key Key;
+        Qt::KeyboardModifiers Modifiers;
+        int Tab;
+    };
+    const Row keys[] = {{Qt::Key_Tab, Qt::ControlModifier, 3},
+                        {Qt::Key_Left, Qt::NoModifier, 0},
+                        {Qt::Key_Right, Qt::NoModifier, 3},
+                        {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, 0},
+                        {Qt::Key_3, Qt::AltModifier, 0},
+                        {Qt::Key_4, Qt::AltModifier, 3}};
+    for (const Row& row : keys) {
+        bar->setFocus();
+        QTest::keyClick(bar, row.Key, row.Modifiers);
+        EXPECT_EQ(CurrentTab(), row.Tab) << row.Key;
+    }
+}
+
+TEST_F(FrmZPG, ALookUpThatFailsAsksWithoutTheHourglass) {
+    Connect();
+    Show();
+    DoubleClick("lstZPQTableSelection", customers);
+    state->SharedConnection().Close();
+    state->SharedConnection().SetConnectionString(
+        QStringLiteral("Provider=SQLite;Dialect=SQL Server;Data Source=/nowhere/none.db"));
+    bool waits = true;
+    prompts->Answers = {BoxAnswer::Ok};
+    prompts->WhileOpen = [&waits](const auto&) { waits = QGuiApplication::overrideCursor() != nullptr; };
+    ChooseTab(2);
+    EXPECT_FALSE(waits);
+    EXPECT_EQ(CurrentTab(), 0);
+    EXPECT_EQ(Tabs(), QStringLiteral("10000"));
+    EXPECT_EQ(Items("lstZPQTableTo"), QStringList());
 }
 
 TEST_F(FrmZPG, TwoKeysAreEnoughToMoveATable) {
