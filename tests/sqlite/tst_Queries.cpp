@@ -48,6 +48,16 @@ TEST_F(ShopTest, StatementsOfTheWizard) {
           "~|14; 4|~"}});
 }
 
+TEST_F(ShopTest, WorkbookDialect) {
+    shop.Run(
+        "CREATE TABLE [Sheet1$] ([First Name] nvarchar(20), Born datetime); INSERT INTO [Sheet1$] VALUES "
+        "('Ana', "
+        "'1970-01-02')");
+    Check(QStringLiteral("Microsoft Excel Driver"),
+          {{"SELECT [Sheet1$].[First Name] FROM [Sheet1$] WHERE ([Sheet1$].[Born] = #1/2/1970#)", "Ana"},
+           {"SELECT UCASE([First Name]) & YEAR([Born]) FROM [Sheet1$]", "ANA1970"}});
+}
+
 TEST_F(ShopTest, Top) {
     OnBoth({
         {"SELECT TOP 2 [Id] FROM [Orders] ORDER BY [Id] DESC", "14; 13"},

@@ -52,6 +52,7 @@ class Parser {
     ExpressionPtr Arithmetic(int level);
     ExpressionPtr Sign();
     ExpressionPtr PowerOf();
+    // --- What stands between operators (ParserOperands.cpp)
     ExpressionPtr Primary();
     ExpressionPtr Parenthesis();
     ExpressionPtr NameOrCall();

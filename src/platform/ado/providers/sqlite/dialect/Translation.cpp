@@ -26,7 +26,8 @@ MappedText CopyTokens(const QString& statement, Dialect dialect) {
     qsizetype last = 0;
     for (qsizetype index = 0; index + 1 < tokens.size(); ++index) {
         const Token& token = tokens[index];
-        if (token.Text.compare(QLatin1StringView("dbo"), Qt::CaseInsensitive) == 0 &&
+        const bool name = token.Kind == TokenKind::Word || token.Kind == TokenKind::QuotedName;
+        if (name && token.Text.compare(QLatin1StringView("dbo"), Qt::CaseInsensitive) == 0 &&
             tokens[index + 1].IsSymbol(QLatin1StringView("."))) {
             ++index;
             continue;
