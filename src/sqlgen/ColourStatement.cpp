@@ -1,5 +1,9 @@
 #include "sqlgen/Statement.h"
 
+#include <array>
+#include <bit>
+#include <iterator>
+
 namespace zephrin {
 
 namespace {
@@ -50,38 +54,78 @@ constexpr Keyword Everywhere[] = {
     {" ASC", 4, Red, false},
 };
 
-/// A copy in capitals of the same length, so that positions in it hold for the text.
-QString Capitals(const QString& text) {
-    QString capitals = text;
-    for (QChar& c : capitals) c = c.toUpper();
-    return capitals;
+constexpr std::size_t WordCount = std::size(FirstOnly) + std::size(Everywhere);
+
+/// The words of both tables in the order in which they are painted.
+constexpr const Keyword& Word(std::size_t index) {
+    return index < std::size(FirstOnly) ? FirstOnly[index] : Everywhere[index - std::size(FirstOnly)];
 }
 
-ColourSpan Span(qsizetype start, qsizetype length, quint32 colour) {
-    return {static_cast<int>(start), static_cast<int>(length), colour};
+/// Sets of words, one bit each.
+using WordSet = quint32;
+static_assert(WordCount <= 32);
+using SetsByCharacter = std::array<WordSet, 128>;
+
+/// The words that can stand where a character stands. The many that begin with a blank go by the character
+/// behind it.
+constexpr SetsByCharacter CandidateSets(bool behindBlank) {
+    SetsByCharacter sets{};
+    for (std::size_t i = 0; i < WordCount; ++i) {
+        const char* const search = Word(i).Search;
+        if ((search[0] == ' ') != behindBlank) continue;
+        const auto first = static_cast<std::size_t>(search[behindBlank ? 1 : 0]);
+        sets[first] |= WordSet{1} << i;
+        if (Word(i).AnyCase) sets[first + ('a' - 'A')] |= WordSet{1} << i;
+    }
+    return sets;
+}
+constexpr SetsByCharacter Plain = CandidateSets(false);
+constexpr SetsByCharacter BehindBlank = CandidateSets(true);
+
+WordSet Candidates(QStringView text, qsizetype at) {
+    const bool blank = text[at] == u' ';
+    if (blank && ++at == text.size()) return 0;
+    const char16_t c = text[at].unicode();
+    if (c >= Plain.size()) return 0;
+    return (blank ? BehindBlank : Plain)[c];
 }
 
-void PaintEverywhere(const QString& text, const Keyword& word, std::vector<ColourSpan>& spans) {
-    const QLatin1String search(word.Search);
-    // Counted from 1 the scan goes on while its position is below the length: it never starts on the last
-    // character.
-    for (qsizetype at = 0; at + 1 < text.size(); ++at) {
-        at = text.indexOf(search, at);
-        if (at < 0) return;
-        spans.push_back(Span(at, word.Length, word.Colour));
+/// A capital of the same length, so that a search in capitals shifts nothing.
+QChar Capital(QChar c) {
+    if (c.unicode() < 128) return c >= u'a' && c <= u'z' ? QChar(char16_t(c.unicode() - (u'a' - u'A'))) : c;
+    return c.toUpper();
+}
+
+bool StandsAt(QStringView text, qsizetype at, const Keyword& word) {
+    for (const char* search = word.Search; *search; ++search, ++at) {
+        if (at >= text.size()) return false;
+        if ((word.AnyCase ? Capital(text[at]) : text[at]) != QLatin1Char(*search)) return false;
+    }
+    return true;
+}
+
+using SpansByWord = std::array<std::vector<ColourSpan>, WordCount>;
+
+void CollectAt(QStringView text, qsizetype at, WordSet candidates, SpansByWord& spans) {
+    for (; candidates; candidates &= candidates - 1) {
+        const auto i = static_cast<std::size_t>(std::countr_zero(candidates));
+        if (i < std::size(FirstOnly) && !spans[i].empty()) continue;
+        const Keyword& word = Word(i);
+        if (StandsAt(text, at, word)) spans[i].push_back({static_cast<int>(at), word.Length, word.Colour});
     }
 }
 
 }  // namespace
 
 std::vector<ColourSpan> ColourStatement(const QString& statement) {
-    std::vector<ColourSpan> spans{Span(0, statement.size(), Black)};
-    for (const Keyword& word : FirstOnly) {
-        const qsizetype at = statement.indexOf(QLatin1String(word.Search));
-        if (at >= 0) spans.push_back(Span(at, word.Length, word.Colour));
-    }
-    const QString capitals = Capitals(statement);
-    for (const Keyword& word : Everywhere) PaintEverywhere(word.AnyCase ? capitals : statement, word, spans);
+    const QStringView text(statement);
+    // One walk over the text instead of one for each word; the order of painting is made up for afterwards.
+    SpansByWord byWord;
+    for (qsizetype at = 0; at < text.size(); ++at)
+        if (const WordSet candidates = Candidates(text, at)) CollectAt(text, at, candidates, byWord);
+    std::vector<ColourSpan> spans{{0, static_cast<int>(text.size()), Black}};
+    for (const std::vector<ColourSpan>& ofWord : byWord)
+        spans.insert(spans.end(), ofWord.begin(), ofWord.end());
     return spans;
 }
 

@@ -21,7 +21,7 @@ bool IsReal(const QString& cell, qsizetype at, const QString& token) {
 
 }  // namespace
 
-QString NameOperators(const QString& cell, const QString& name, const QStringList& tokens) {
+void AppendNamed(QString& text, const QString& cell, const QString& name, const QStringList& tokens) {
     std::vector<qsizetype> places;
     for (const QString& token : tokens) {
         for (qsizetype at = cell.indexOf(token); at >= 0; at = cell.indexOf(token, at + token.size())) {
@@ -30,10 +30,14 @@ QString NameOperators(const QString& cell, const QString& name, const QStringLis
         }
     }
     std::sort(places.begin(), places.end());
-    QString text = cell;
-    // From the last place to the first, so that no name moves a place that is still to come.
-    for (auto place = places.rbegin(); place != places.rend(); ++place) text.insert(*place, name + u' ');
-    return text;
+    qsizetype copied = 0;
+    for (const qsizetype place : places) {
+        text.append(QStringView(cell).mid(copied, place - copied));
+        text.append(name);
+        text.append(u' ');
+        copied = place;
+    }
+    text.append(QStringView(cell).mid(copied));
 }
 
 }  // namespace zephrin

@@ -1,6 +1,5 @@
 #include "sqlgen/WhereClause.h"
 
-#include "sqlgen/Blanks.h"
 #include "sqlgen/CriteriaRows.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/TokenScan.h"
@@ -52,6 +51,15 @@ std::vector<CriteriaRow> DifferentRows(const ado::Recordset& sheet, const std::v
     return rows;
 }
 
+/// Appends the cell with its name, without the blanks that it would begin with.
+void AppendTrimmed(QString& text, const QString& cell, const QString& name, const QStringList& tokens) {
+    const qsizetype begin = text.size();
+    AppendNamed(text, cell, name, tokens);
+    qsizetype end = begin;
+    while (end < text.size() && text[end] == u' ') ++end;
+    text.remove(begin, end - begin);
+}
+
 /// Cells of a row are joined by AND and rows by OR, with no parenthesis around a row. Empty without any cell.
 QString CriteriaText(const ZPGGlobalDeclarations& state, const QString& word, bool aggregates) {
     if (!HasRows(state.rsWhere)) return {};
@@ -61,16 +69,18 @@ QString CriteriaText(const ZPGGlobalDeclarations& state, const QString& word, bo
     for (int field = 0; field < sheet.FieldCount(); ++field)
         if (names.IsAggregate(sheet.FieldAt(field).Name) == aggregates) fields.push_back(field);
 
-    QStringList alternatives;
+    QString text;
     for (const CriteriaRow& row : DifferentRows(sheet, fields)) {
-        QStringList cells;
+        text += text.isEmpty() ? word : QStringLiteral(" OR ");
         for (const Criterion& cell : row) {
-            const QString name = names.Written(sheet.FieldAt(cell.Field).Name);
-            cells << u'(' + LeftTrimmed(NameOperators(cell.Text, name, state.Form->OperatorTokens)) + u')';
+            if (&cell != &row.front()) text += QStringLiteral(" AND ");
+            text += u'(';
+            AppendTrimmed(text, cell.Text, names.Written(sheet.FieldAt(cell.Field).Name),
+                          state.Form->OperatorTokens);
+            text += u')';
         }
-        alternatives << cells.join(QStringLiteral(" AND "));
     }
-    return alternatives.isEmpty() ? QString() : word + alternatives.join(QStringLiteral(" OR "));
+    return text;
 }
 
 }  // namespace

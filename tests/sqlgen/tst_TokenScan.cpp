@@ -3,8 +3,18 @@
 
 namespace zephrin {
 
-TEST(TokenScan, NamesEveryOperatorThatIsReal) {
+namespace {
+
+QString Named(const char* cell, const char* name) {
     const test::SqlState sql;
+    QString text;
+    AppendNamed(text, QString::fromLatin1(cell), QString::fromLatin1(name), sql.state.Form->OperatorTokens);
+    return text;
+}
+
+}  // namespace
+
+TEST(TokenScan, NamesEveryOperatorThatIsReal) {
     const struct {
         const char* Cell;
         const char* Expected;
@@ -35,16 +45,11 @@ TEST(TokenScan, NamesEveryOperatorThatIsReal) {
         {">", "F >"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(
-            NameOperators(QString::fromLatin1(row.Cell), QStringLiteral("F"), sql.state.Form->OperatorTokens),
-            QString::fromLatin1(row.Expected))
-            << row.Cell;
+        EXPECT_EQ(Named(row.Cell, "F"), QString::fromLatin1(row.Expected)) << row.Cell;
 }
 
 TEST(TokenScan, NamesThatWerePutInAreNotSearched) {
-    const test::SqlState sql;
-    EXPECT_EQ(NameOperators(QStringLiteral("= 1 AND > 2"), QStringLiteral("IIF(a>b,c=1,0)"),
-                            sql.state.Form->OperatorTokens),
+    EXPECT_EQ(Named("= 1 AND > 2", "IIF(a>b,c=1,0)"),
               QStringLiteral("IIF(a>b,c=1,0) = 1 AND IIF(a>b,c=1,0) > 2"));
 }
 
