@@ -3,71 +3,46 @@
 #include "sqlgen/CriteriaRows.h"
 #include "sqlgen/CriterionText.h"
 #include "sqlgen/WhereClause.h"
-#include "sqlgen/WorkingRows.h"
+
+#include <zephrin/ado/Error.h>
+
+#include <algorithm>
 
 namespace zephrin {
 
 namespace {
 
-/// One commit on its way through the sheet.
-class Commit {
- public:
-    Commit(ado::Recordset& criteria, int column, const CriteriaOperator& entry, bool joinsByOr)
-        : sheet(criteria), field(column), distributes(entry.Distributes), byOr(joinsByOr) {}
+QString Joined(const QString& cell, const QString& fragment) {
+    return cell.isEmpty() ? fragment : cell + QStringLiteral(" AND ") + fragment;
+}
 
-    /// Writes the fragment. Throws, with no row left behind that it made, when a cell can't hold it.
-    void Write(const QString& fragment) {
-        ChooseRow();
-        WriteOwnRow(fragment);
-        if (!byOr) Distribute(fragment);
-    }
-
-    bool RowWasAdded() const { return rowWasAdded; }
-    const QString& CellText() const { return cellText; }
-
- private:
-    /// AND goes on in the last row, OR begins a new one. The first row of all counts as no added one.
-    void ChooseRow() {
-        rowWasAdded = byOr && sheet.RecordCount() > 0;
-        rowIsNew = rowWasAdded || sheet.RecordCount() == 0;
-        if (rowIsNew) {
-            sheet.AddNew();
-        } else {
-            sheet.MoveLast();
-        }
-    }
-
-    void WriteOwnRow(const QString& fragment) {
-        cellText = byOr ? fragment : Joined(sheet.Text(field), fragment);
-        try {
-            sheet.SetValue(field, cellText);
-        } catch (const ado::Error&) {
-            if (rowIsNew) sheet.CancelUpdate();
-            throw;
-        }
-        sheet.Update();
-    }
-
-    /// An AND has to hold in the other alternatives too: where the field has no cell yet, and, for an
-    /// exclusion, everywhere. An emptied cell is not the same as none.
-    void Distribute(const QString& fragment) {
-        for (qint64 row = sheet.RecordCount() - 2; row >= 0; --row)
-            if (distributes || sheet.IsNullAt(row, field))
-                sheet.SetValueAt(row, field, Joined(sheet.TextAt(row, field), fragment));
-    }
-
-    static QString Joined(const QString& cell, const QString& fragment) {
-        return cell.isEmpty() ? fragment : cell + QStringLiteral(" AND ") + fragment;
-    }
-
-    ado::Recordset& sheet;
-    int field;
-    bool distributes;
-    bool byOr;
-    bool rowWasAdded = false;
-    bool rowIsNew = false;
-    QString cellText;
+/// What a commit writes into one row of the sheet.
+struct CellWrite {
+    qint64 Row;
+    QString Text;
 };
+
+/// The cells that the fragment goes into, its own row first. AND goes on in the last row and has to hold in
+/// the other alternatives too: where the field has no cell yet, and, for an exclusion, everywhere. An emptied
+/// cell is not the same as none. OR begins a row of its own.
+std::vector<CellWrite> PlanWrites(const ado::Recordset& sheet, int field, const CriteriaOperator& entry,
+                                  bool byOr, const QString& fragment) {
+    const qint64 rows = sheet.RecordCount();
+    if (byOr || rows == 0) return {{rows, fragment}};
+    std::vector<CellWrite> writes;
+    for (qint64 row = rows - 1; row >= 0; --row)
+        if (row == rows - 1 || entry.Distributes || sheet.IsNullAt(row, field))
+            writes.push_back({row, Joined(sheet.TextAt(row, field), fragment)});
+    return writes;
+}
+
+/// All or nothing: one text that is too long, and the sheet stays as it is.
+bool Fits(const ado::Recordset& sheet, int field, const std::vector<CellWrite>& writes) {
+    return std::all_of(writes.begin(), writes.end(),
+                       [size = sheet.FieldAt(field).DefinedSize](const CellWrite& write) {
+                           return write.Text.size() <= size;
+                       });
+}
 
 void DeleteRow(ado::Recordset& sheet, qint64 row) {
     sheet.SetAbsolutePosition(row + 1);  // Counts from 1.
@@ -101,16 +76,30 @@ void RebuildOrRows(ado::Recordset& sheet, int field, const QString& cellText) {
     sheet.MoveLast();
 }
 
+void WriteCells(ado::Recordset& sheet, int field, const std::vector<CellWrite>& writes) {
+    if (writes.front().Row == sheet.RecordCount()) {
+        sheet.AddNew();
+        sheet.Update();
+    } else {
+        sheet.MoveLast();
+    }
+    for (const CellWrite& write : writes) sheet.SetValueAt(write.Row, field, write.Text);
+}
+
 void WriteCriterion(ZPGGlobalDeclarations& state, const CriteriaOperator& entry) {
     ado::Recordset& sheet = *state.rsWhere;
     const int field = sheet.FieldIndex(state.Form->CriteriaField);
     if (field < 0) return;
-    Commit commit(sheet, field, entry, state.Form->optAndOr.Selected == 1);
-    commit.Write(CriterionText(state, entry));
-    if (commit.RowWasAdded() && state.Form->FieldHasCriteria > 0) {
-        // The field has a criterion already: its new row was only a place to write in.
-        DeleteRow(sheet, sheet.RecordCount() - 1);
-        RebuildOrRows(sheet, field, commit.CellText());
+    const bool byOr = state.Form->optAndOr.Selected == 1;
+    // The first row of all is no alternative to anything.
+    const bool addsAlternative = byOr && sheet.RecordCount() > 0;
+    const std::vector<CellWrite> writes = PlanWrites(sheet, field, entry, byOr, CriterionText(state, entry));
+    // Nobody is told: the entry is gone, the query is as it was.
+    if (!Fits(sheet, field, writes)) return;
+    if (addsAlternative && state.Form->FieldHasCriteria > 0) {
+        RebuildOrRows(sheet, field, writes.front().Text);
+    } else {
+        WriteCells(sheet, field, writes);
     }
     BuildWhereClause(state);
     BuildHavingClause(state);
@@ -125,7 +114,7 @@ void CommitCriterion(ZPGGlobalDeclarations& state) {
     try {
         WriteCriterion(state, *entry);
     } catch (const ado::Error&) {
-        // A cell refused its text: the rest of the commit is left undone, and nobody is told.
+        // A sheet that can't be written, as from a damaged file: the rest of the commit is left undone.
     }
     state.Form->Pointer = MousePointer::Default;
 }

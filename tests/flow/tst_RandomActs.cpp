@@ -17,7 +17,7 @@ QString Play(const Acts& acts) {
         const QString what = Perform(run, act);
         if (what.isEmpty()) continue;
         done << what;
-        const QString broken = BrokenInvariant(run);
+        const QString broken = BrokenInvariant(run, act.PlainValues);
         if (!broken.isEmpty())
             return done.join(QStringLiteral("\n  ")) + QStringLiteral("\nbreaks: ") + broken;
     }
@@ -47,7 +47,7 @@ TEST(RandomActs, EveryClauseEqualsARebuildAfterEveryAct) {
     const int seeds =
         qEnvironmentVariableIsSet("ZEPHRIN_SEEDS") ? qEnvironmentVariableIntValue("ZEPHRIN_SEEDS") : 12;
     for (int seed = 1; seed <= seeds; ++seed) {
-        const Acts acts = test::RandomActs(static_cast<unsigned>(seed), 120);
+        const Acts acts = test::RandomActs(static_cast<unsigned>(seed), 120, seed % 2 == 0);
         if (Play(acts).isEmpty()) continue;
         ADD_FAILURE() << "seed " << seed << ":\n  " << qPrintable(Play(Shrunk(acts)));
         return;

@@ -223,6 +223,10 @@ TEST(CommitCriterion, ACellHoldsFiveHundredAndFifty) {
     EXPECT_EQ(run.state.rsWhere->TextAt(0, 1).size(), 550);
     run.Commit("[T].[X]", "<>", QStringLiteral("b"));
     EXPECT_EQ(run.state.rsWhere->TextAt(0, 1).size(), 550) << "no room for a further condition";
+    // One alternative without room keeps the condition out of all.
+    run.Commit("[T].[I]", "=", QStringLiteral("1"), {}, "OR");
+    run.Commit("[T].[X]", "<>", QStringLiteral("b"));
+    EXPECT_TRUE(run.state.rsWhere->IsNullAt(1, 1));
 }
 
 TEST(CommitCriterion, FieldsAreSplitAtTheirFirstDot) {
