@@ -5,6 +5,7 @@
 #include "platform/ado/providers/AllProviders.h"
 #include "platform/dialogs/DefaultPrompts.h"
 #include "runstate/clsBridge.h"
+#include "savedquery/OpenQuery.h"
 
 namespace zephrin {
 
@@ -12,7 +13,12 @@ namespace {
 
 std::shared_ptr<ZPGGlobalDeclarations> MakeState() {
     const ado::ProviderSet providers = ado::providers::AllProviders();
-    return std::make_shared<ZPGGlobalDeclarations>(providers, std::make_shared<DefaultPrompts>(providers));
+    auto state = std::make_shared<ZPGGlobalDeclarations>(providers, std::make_shared<DefaultPrompts>(providers));
+    state->OpenSavedQuery = [](ZPGGlobalDeclarations& run) {
+        QueryFiles disk;
+        return OpenSavedQuery(run, disk, run.gQueryName) != OpenOutcome::Failed;
+    };
+    return state;
 }
 
 void CloseRecordset(ado::RecordsetPtr& recordset) {

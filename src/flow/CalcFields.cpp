@@ -38,7 +38,7 @@ bool MoveTo(const ado::RecordsetPtr& recordset, QStringView column, const QStrin
 void RememberAlias(ZPGGlobalDeclarations& state, const QString& expression, const QString& alias) {
     const ado::RecordsetPtr& aliases = state.rsAlias;
     if (!MoveTo(aliases, u"Alias", alias)) {
-        aliases->AddNew();
+        BeginRow(*aliases);
         aliases->SetValue(u"Alias", alias);
         aliases->SetValue(u"RecordsetType", QStringLiteral("rsCalcFields"));
     }
@@ -49,7 +49,7 @@ void RememberAlias(ZPGGlobalDeclarations& state, const QString& expression, cons
 void StoreCalcField(ZPGGlobalDeclarations& state, const QString& expression, const QString& alias,
                     bool show) {
     const ado::RecordsetPtr& fields = state.rsCalcFields;
-    fields->AddNew();
+    BeginRow(*fields);
     fields->SetValue(u"CalcField", expression);
     fields->SetValue(u"Alias", alias);
     // The case of "No" is what tells this dialog's rows from those of the order dialog.

@@ -15,7 +15,7 @@ QString JoinWords(const QString& type) {
 /// The texts go crosswise: the field into the column of the table, and the other way round. Files have them
 /// so, and only their number is ever read: a row means that the lock has a join already.
 void AddFieldUse(ado::Recordset& used, const QString& table, const QString& field) {
-    used.AddNew();
+    BeginRow(used);
     used.SetValue(u"TableName", field);
     used.SetValue(u"FieldName", table);
     used.Update();
@@ -23,7 +23,7 @@ void AddFieldUse(ado::Recordset& used, const QString& table, const QString& fiel
 
 void AddTableUse(const ado::RecordsetPtr& used, const QString& table) {
     if (ColumnTexts(used, QLatin1String("TableName")).contains(table)) return;
-    used->AddNew();
+    BeginRow(*used);
     used->SetValue(u"TableName", table);
     used->Update();
 }
@@ -44,7 +44,7 @@ void AddJoinRow(ZPGGlobalDeclarations& state) {
     const FormState& form = *state.Form;
     ado::Recordset& joins = *state.rsJoins;
     const bool isFirst = !HasRows(state.rsJoins);
-    joins.AddNew();
+    BeginRow(joins);
     if (HasRows(state.rsJoinFieldsUsed)) {
         joins.SetValue(u"TableTo", QStringLiteral("AND"));
     } else {
@@ -72,7 +72,7 @@ void RecordJoinUse(ZPGGlobalDeclarations& state) {
 }
 
 void OfferJoinTable(ado::Recordset& joinTable, const QString& table) {
-    joinTable.AddNew();
+    BeginRow(joinTable);
     joinTable.SetValue(u"TableName", table);
     joinTable.SetValue(u"Visable", true);
     joinTable.Update();

@@ -100,11 +100,7 @@ bool StartOnSavedQuery(ZPGGlobalDeclarations& state) {
         StartOnTableTab(state);
         return true;
     }
-    form.QueryPath.clear();
-    SetOptionControls(state, state.colTables.Count());
-    form.cmdRunQuery.Enabled = true;
-    if (form.lstZPQTableTo.Items.ListCount() > 1)
-        form.TabZPG.TabEnabled[static_cast<int>(WizardTab::Joins)] = true;
+    FinishOpening(state);
     return true;
 }
 
@@ -242,6 +238,15 @@ bool LoadForm(ZPGGlobalDeclarations& state) {
     }
     if (state.Showing == showing) state.gClosingSilently = true;
     return false;
+}
+
+void FinishOpening(ZPGGlobalDeclarations& state) {
+    FormState& form = *state.Form;
+    form.QueryPath.clear();
+    SetOptionControls(state, state.colTables.Count());
+    form.cmdRunQuery.Enabled = true;
+    if (form.lstZPQTableTo.Items.ListCount() > 1)
+        form.TabZPG.TabEnabled[static_cast<int>(WizardTab::Joins)] = true;
 }
 
 void ArrangeForDialect(ZPGGlobalDeclarations& state) {

@@ -13,6 +13,10 @@ bool LoadForm(ZPGGlobalDeclarations& state);
 /// button. Part of form load; done anew when a query brought a connection of its own.
 void ArrangeForDialect(ZPGGlobalDeclarations& state);
 
+/// What follows the opening of a query file, at the start and behind the open button: it can be run, and the join tab is
+/// open where there is something to join.
+void FinishOpening(ZPGGlobalDeclarations& state);
+
 /// Switches to `tab` and runs what the tab left behind requires. Does nothing when it is the present one.
 void SelectTab(ZPGGlobalDeclarations& state, WizardTab tab);
 

@@ -73,15 +73,11 @@ void WriteRow(ado::Recordset& groups, const GroupChoice& choice, bool output) {
 }
 
 void WriteAlias(ado::Recordset& aliases, const GroupChoice& choice) {
-    aliases.AddNew();
+    BeginRow(aliases);
     aliases.SetValue(u"FieldName", choice.Expression);
     aliases.SetValue(u"Alias", choice.Alias);
     aliases.SetValue(u"RecordsetType", QStringLiteral("rsGroupBy"));
     aliases.Update();
-}
-
-bool IsOpen(const ado::RecordsetPtr& recordset) {
-    return recordset && recordset->IsOpen();
 }
 
 /// Writes what `write` writes into a row of its own; one that can't be written whole is taken back.
@@ -104,26 +100,26 @@ FormState::FieldKey SelectedFieldKey(const FormState& form) {
 
 void AddGroupRow(ZPGGlobalDeclarations& state) {
     const GroupChoice choice = ReadChoice(state);
-    if (choice.Key.isEmpty() || choice.Operator.isEmpty() || !IsOpen(state.rsGroupBy)) return;
+    if (choice.Key.isEmpty() || choice.Operator.isEmpty() || !state.rsGroupBy) return;
     if (StandsAlready(state, choice)) return;
     const ado::RecordsetPtr groups = state.rsGroupBy;
     const int showing = state.Showing;
     // The row stands, still empty, while the question is asked.
-    groups->AddNew();
+    BeginRow(*groups);
     const bool output = AskForOutput(state, choice.Operator);
     if (state.Showing != showing) return;
     WriteOrCancel(*groups, [&] {
         WriteRow(*groups, choice, output);
-        if (!choice.Alias.isEmpty() && IsOpen(state.rsAlias))
+        if (!choice.Alias.isEmpty() && state.rsAlias)
             WriteOrCancel(*state.rsAlias, [&] { WriteAlias(*state.rsAlias, choice); });
     });
 }
 
 void AddOrderRow(ZPGGlobalDeclarations& state) {
     const QString key = SelectedFieldKey(*state.Form).Key;
-    if (key.isEmpty() || !IsOpen(state.rsOrderBy)) return;
+    if (key.isEmpty() || !state.rsOrderBy) return;
     ado::Recordset& orders = *state.rsOrderBy;
-    orders.AddNew();
+    BeginRow(orders);
     WriteOrCancel(orders, [&] {
         orders.SetValue(u"FieldName", key);
         orders.SetValue(u"OrderBy", QString(key + u' ' + state.Form->lstOperands.Items.Text()));

@@ -85,6 +85,11 @@ void MovePastEnd(const ado::RecordsetPtr& recordset) {
     recordset->MoveNext();
 }
 
+void BeginRow(ado::Recordset& recordset) {
+    if (!recordset.IsOpen()) recordset.Open();
+    recordset.AddNew();
+}
+
 void DeleteAllRows(const ado::RecordsetPtr& recordset) {
     if (HasRows(recordset)) recordset->DeleteAll();
 }

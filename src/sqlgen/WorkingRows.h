@@ -48,6 +48,9 @@ qint64 RowCount(const ado::RecordsetPtr& recordset);
 void ReturnToFirst(const ado::RecordsetPtr& recordset);
 void MovePastEnd(const ado::RecordsetPtr& recordset);
 
+/// Begins a new row. A recordset that is closed, since its file could not be read, is opened for it.
+void BeginRow(ado::Recordset& recordset);
+
 /// Removes all rows; one that is absent or closed stays as it is.
 void DeleteAllRows(const ado::RecordsetPtr& recordset);
 

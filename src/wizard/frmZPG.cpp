@@ -1,6 +1,8 @@
 #include "wizard/frmZPG.h"
 
 #include "flow/Shell.h"
+#include "savedquery/OpenQuery.h"
+#include "savedquery/SaveQuery.h"
 #include "resources/Icons.h"
 #include "wizard/Build.h"
 #include "wizard/BuildTabPage.h"
@@ -54,6 +56,7 @@ class frmZPG::Private : public WizardHost {
     void ShowTabs();
     void TakeFocus();
     void TabChosen(int index);
+    void OpenQuery();
     bool AskBeforeClosing();
     /// Unloads once; the text is that of a failed load.
     QString Unload();
@@ -168,7 +171,7 @@ void frmZPG::Private::BuildWidgets() {
 
 QWidget* frmZPG::Private::MakeFoot() {
     auto* foot = new QWidget;
-    cmdOpenQuery = MakeIconButton(QStringLiteral("cmdOpenQuery"), QStringLiteral("open"), tr("Open Query"));
+    cmdOpenQuery = MakeIconButton(QStringLiteral("cmdOpenQuery"), QStringLiteral("open"), tr("Open Saved Query"));
     cmdSaveQuery = MakeButton(QStringLiteral("cmdSaveQuery"), 162, QStringLiteral("save"));
     cmdDeleteQuery = MakeButton(QStringLiteral("cmdDeleteQuery"), 163, QStringLiteral("delete"));
     cmdExit = MakeButton(QStringLiteral("cmdExit"), 225, QStringLiteral("close"));
@@ -177,8 +180,19 @@ QWidget* frmZPG::Private::MakeFoot() {
     for (QPushButton* button : {cmdOpenQuery, cmdSaveQuery, cmdDeleteQuery}) layout->addWidget(button);
     layout->addStretch();
     layout->addWidget(cmdExit);
-    // What saving needs is not built yet.
-    for (QPushButton* button : {cmdOpenQuery, cmdSaveQuery, cmdDeleteQuery}) button->setEnabled(false);
+    connect(cmdSaveQuery, &QPushButton::clicked, q, [this] {
+        RunCommitted([](ZPGGlobalDeclarations& run) {
+            QueryFiles disk;
+            SaveQuery(run, disk);
+        });
+    });
+    connect(cmdDeleteQuery, &QPushButton::clicked, q, [this] {
+        Run([](ZPGGlobalDeclarations& run) {
+            QueryFiles disk;
+            DeleteQuery(run, disk);
+        });
+    });
+    connect(cmdOpenQuery, &QPushButton::clicked, q, [this] { OpenQuery(); });
     return foot;
 }
 
@@ -206,6 +220,9 @@ void frmZPG::Private::ShowState() {
         const QScopedValueRollback guard(showing, true);
         ShowTabs();
         for (WizardPage* page : pages) page->ShowState(*form);
+        ShowControl(cmdOpenQuery, form->cmdOpenQuery);
+        ShowControl(cmdSaveQuery, form->cmdSaveQuery);
+        ShowControl(cmdDeleteQuery, form->cmdDeleteQuery);
         statusPanel->setText(form->StatusText);
         pointer.Show(form->Pointer);
     }
@@ -251,13 +268,31 @@ void frmZPG::Private::TakeFocus() {
 
 // --- Closing ---
 
+void frmZPG::Private::OpenQuery() {
+    const Handler handler(this);
+    OpenOutcome outcome = OpenOutcome::Cancelled;
+    Run([&outcome](ZPGGlobalDeclarations& run) {
+        QueryFiles disk;
+        outcome = OpenFromButton(run, disk);
+    });
+    // Where no query can be read the wizard closes, as it does at the start.
+    if (outcome == OpenOutcome::Failed && handler.FormIsThere()) q->close();
+}
+
 bool frmZPG::Private::AskBeforeClosing() {
     const auto run = state;
     const Handler handler(this);
     for (WizardPage* page : pages)
         if (!page->CommitEdits()) return false;
     const CloseAnswer answer = QueryUnload(*run);
-    return handler.FormIsThere() && answer != CloseAnswer::Stay;
+    if (!handler.FormIsThere() || answer == CloseAnswer::Stay) return false;
+    if (answer == CloseAnswer::Close) return true;
+    // A file dialog that is cancelled closes all the same; a write that failed would take the query with it.
+    QueryFiles disk;
+    const SaveOutcome outcome = SaveQuery(*run, disk);
+    if (!handler.FormIsThere()) return false;
+    if (outcome == SaveOutcome::Failed) ShowState();
+    return outcome != SaveOutcome::Failed;
 }
 
 QString frmZPG::Private::Unload() {

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "runstate/ZPGGlobalDeclarations.h"
+#include "savedquery/QueryFiles.h"
+
+namespace zephrin {
+
+enum class OpenOutcome {
+    Opened,
+    Cancelled,  ///< no file was chosen; nothing changed
+    Failed,     ///< the master is missing or no master: the user was told, gLoadError is set, and the wizard
+                ///< must close
+};
+
+/// Opens the query whose master is `path`, or asks for one where that is empty: its connection replaces the
+/// present one, its recordsets and lists the present ones. A companion that can't be read is passed over.
+OpenOutcome OpenSavedQuery(ZPGGlobalDeclarations& state, QueryFiles& files, const QString& path);
+
+/// The open button: asks for a file, opens it, and enables what form load enables behind a query.
+OpenOutcome OpenFromButton(ZPGGlobalDeclarations& state, QueryFiles& files);
+
+}  // namespace zephrin

@@ -1,0 +1,64 @@
+#include "savedquery/RestoreRows.h"
+
+#include <zephrin/ado/Error.h>
+
+namespace zephrin {
+
+namespace {
+
+constexpr int criteriaSize = 550;
+constexpr int criteriaAttributes = ado::FieldMayBeNull | ado::FieldUpdatable;
+
+ado::RecordsetPtr WithColumnsOf(const ado::Recordset& rows) {
+    auto copy = std::make_shared<ado::Recordset>();
+    for (int field = 0; field < rows.FieldCount(); ++field) copy->Append(rows.FieldAt(field));
+    return copy;
+}
+
+/// Copies every row by the names of `to`'s columns; throws what refuses.
+void CopyRows(ado::Recordset& from, ado::Recordset& to) {
+    for (from.MoveFirst(); !from.Eof(); from.MoveNext()) {
+        to.AddNew();
+        for (int field = 0; field < to.FieldCount(); ++field) {
+            const QVariant value = from.Value(QStringView(to.FieldAt(field).Name));
+            if (value.isValid()) to.SetValue(field, value);
+        }
+        to.Update();
+    }
+    to.MoveFirst();
+}
+
+}  // namespace
+
+ado::RecordsetPtr RestoreRows(QueryFiles& files, const QString& path, const ado::RecordsetPtr& present) {
+    try {
+        ado::Recordset saved;
+        files.Open(saved, path);
+        for (int field = 0; field < present->FieldCount(); ++field)
+            if (saved.FieldIndex(present->FieldAt(field).Name) < 0) return WithColumnsOf(*present);
+        const ado::RecordsetPtr rows = WithColumnsOf(*present);
+        rows->Open();
+        CopyRows(saved, *rows);
+        return rows;
+    } catch (const ado::Error&) {
+        // Only the companion is lost, not the query.
+        return WithColumnsOf(*present);
+    }
+}
+
+ado::RecordsetPtr RestoreCriteria(QueryFiles& files, const QString& path) {
+    try {
+        ado::Recordset saved;
+        files.Open(saved, path);
+        auto rows = std::make_shared<ado::Recordset>();
+        for (int field = 0; field < saved.FieldCount(); ++field)
+            rows->Append(saved.FieldAt(field).Name, ado::DataType::VarChar, criteriaSize, criteriaAttributes);
+        rows->Open();
+        CopyRows(saved, *rows);
+        return rows;
+    } catch (const ado::Error&) {
+        return std::make_shared<ado::Recordset>();
+    }
+}
+
+}  // namespace zephrin

@@ -1,0 +1,202 @@
+#include "savedquery/FailingFiles.h"
+#include "savedquery/QueryRun.h"
+#include "sqlgen/GroupRow.h"
+
+#include <gtest/gtest.h>
+
+namespace zephrin {
+
+namespace {
+
+using test::Picture;
+using test::QueryRun;
+
+/// A fresh run with no connection, as a host has it that was given a query's name.
+struct FreshRun {
+    std::shared_ptr<test::ScriptedPrompts> prompts = std::make_shared<test::ScriptedPrompts>();
+    ZPGGlobalDeclarations state{ado::providers::AllProviders(), prompts};
+    QueryFiles disk;
+
+    bool Load(const QString& path) {
+        state.gOpenQuery = true;
+        state.gQueryName = path;
+        state.OpenSavedQuery = [this](ZPGGlobalDeclarations& run) {
+            return OpenSavedQuery(run, disk, run.gQueryName) != OpenOutcome::Failed;
+        };
+        return LoadForm(state);
+    }
+};
+
+QString TabsOf(const ZPGGlobalDeclarations& state) {
+    QString tabs;
+    for (const bool enabled : state.Form->TabZPG.TabEnabled) tabs += enabled ? u'1' : u'0';
+    return tabs;
+}
+
+}  // namespace
+
+TEST(OpenQuery, RandomQueriesComeBackWhole) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    std::mt19937 random(seed);
+    for (int round = 0; round < 25; ++round) {
+        QueryRun run;
+        run.Choose();
+        run.Fill(random);
+        ASSERT_EQ(run.Save(run.Path("Sales.zpb")), SaveOutcome::Saved);
+        FreshRun fresh;
+        ASSERT_TRUE(fresh.Load(run.Path("Sales.zpb")));
+        EXPECT_EQ(Picture(fresh.state), Picture(run.state)) << "round " << round;
+        EXPECT_EQ(TabsOf(fresh.state), QStringLiteral("11111"));
+        EXPECT_EQ(fresh.state.gDatabaseType, QStringLiteral("SQL Server"));
+        EXPECT_TRUE(fresh.state.Form->TablesChanged);
+        EXPECT_TRUE(fresh.state.Form->cmdRunQuery.Enabled);
+        EXPECT_EQ(fresh.state.Form->cmbJoinType.Items.ListCount(), 3);
+        EXPECT_TRUE(fresh.state.Form->QueryPath.isEmpty());
+        EXPECT_EQ(fresh.state.OfferedTables.Count(), 3);
+    }
+}
+
+TEST(OpenQuery, AMissingOrForeignMasterClosesTheWizard) {
+    QueryRun run;
+    run.Choose();
+    run.Save(run.Path("Sales.zpb"));
+    QFile text(run.Path("text.zpb"));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("no query");
+    text.close();
+    for (const char* name : {"missing.zpb", "text.zpb", "SalesrsQueryValues.dat"}) {
+        FreshRun fresh;
+        const QString path = run.Path(name);
+        EXPECT_FALSE(fresh.Load(path)) << name;
+        ASSERT_EQ(fresh.prompts->Boxes.size(), 1) << name;
+        EXPECT_EQ(fresh.prompts->Boxes[0].Text,
+                  QStringLiteral("Query  %1  can not be found at the specified location.\r\n"
+                                 "The file may be missing or corrupt.")
+                      .arg(path));
+        EXPECT_EQ(fresh.prompts->Boxes[0].Title, QStringLiteral("Error Opening Query : ") + path);
+        EXPECT_EQ(fresh.prompts->Boxes[0].Style, 16);
+        EXPECT_EQ(fresh.state.gLoadError,
+                  QStringLiteral("Query %1 can not be found at the specified location.The file may be "
+                                 "missing or corrupt.")
+                      .arg(path));
+        EXPECT_TRUE(fresh.state.gClosingSilently);
+    }
+}
+
+TEST(OpenQuery, ACompanionThatIsLostLeavesTheRest) {
+    QueryRun run;
+    run.Choose();
+    QueryRun::Add(run.state.rsGroupBy,
+                  {run.state.colFields.Item(1), run.state.colFields.Item(1), {}, QStringLiteral("YES")});
+    run.Save(run.Path("Sales.zpb"));
+    ASSERT_TRUE(QFile::remove(run.Path("SalesrsGroupBy.dat")));
+    FreshRun fresh;
+    ASSERT_TRUE(fresh.Load(run.Path("Sales.zpb")));
+    EXPECT_FALSE(fresh.state.rsGroupBy->IsOpen());
+    EXPECT_TRUE(fresh.state.GroupByClause.isEmpty());
+    EXPECT_EQ(fresh.state.rsJoins->RecordCount(), 1);
+
+    // The first row that is added brings it back to life.
+    ChooseQueryMode(fresh.state, 1);
+    fresh.state.Form->lstSelectedFields.Items.SetListIndex(0);
+    fresh.state.Form->lstOperands.Items.SetText(QStringLiteral("GROUP BY"));
+    fresh.prompts->Answers = {BoxAnswer::Yes};
+    AddGroupRow(fresh.state);
+    EXPECT_EQ(fresh.state.rsGroupBy->RecordCount(), 1);
+}
+
+TEST(OpenQuery, WithoutItsValuesTheListsAreEmpty) {
+    QueryRun run;
+    run.Choose();
+    run.Save(run.Path("Sales.zpb"));
+    QFile::remove(run.Path("SalesrsQueryValues.dat"));
+    run.state.OpenSavedQuery = {};
+    EXPECT_EQ(OpenSavedQuery(run.state, run.disk, run.Path("Sales.zpb")), OpenOutcome::Opened);
+    EXPECT_EQ(run.Form().lstZPQTableTo.Items.ListCount() + run.Form().lstZPQFieldTo.Items.ListCount(), 0);
+    EXPECT_TRUE(run.state.colTables.IsEmpty());
+}
+
+TEST(OpenQuery, AConnectionThatFailsIsSaidAndTheQueryOpens) {
+    QString path;
+    QTemporaryDir keep;
+    {
+        QueryRun run;
+        run.Choose();
+        run.folder.setAutoRemove(false);
+        path = run.Path("Sales.zpb");
+        run.Save(path);
+    }
+    FreshRun fresh;
+    ASSERT_TRUE(fresh.Load(path)) << "the database went, the query did not";
+    EXPECT_NE(fresh.state.Form->StatusText, QStringLiteral("Ready .."));
+    EXPECT_EQ(fresh.state.Form->lstZPQTableTo.Items.ListCount(), 2);
+    QDir(QFileInfo(path).path()).removeRecursively();
+}
+
+TEST(OpenQuery, TheButtonAsksAndCancelChangesNothing) {
+    QueryRun run;
+    run.Choose();
+    const std::string before = Picture(run.state);
+    run.state.gQueryName = run.Path("host.zpb");
+    EXPECT_EQ(OpenFromButton(run.state, run.disk), OpenOutcome::Cancelled);
+    EXPECT_EQ(Picture(run.state), before);
+    EXPECT_EQ(run.prompts->Choices.last().Title, QStringLiteral("Open Saved Query"));
+    run.Save(run.Path("Sales.zpb"));
+    run.prompts->Paths = {run.Path("Sales.zpb")};
+    EXPECT_EQ(OpenFromButton(run.state, run.disk), OpenOutcome::Opened);
+    EXPECT_EQ(Picture(run.state), before);
+    EXPECT_EQ(TabsOf(run.state), QStringLiteral("11111"));
+}
+
+TEST(OpenQuery, AFileThatFailsIsPassedOverWhicheverItIs) {
+    QueryRun run;
+    run.Choose();
+    run.Save(run.Path("Sales.zpb"));
+    for (int step = 0;; ++step) {
+        QueryRun other;
+        test::FailingFiles files(step);
+        const OpenOutcome outcome = OpenSavedQuery(other.state, files, run.Path("Sales.zpb"));
+        EXPECT_EQ(outcome, step == 0 ? OpenOutcome::Failed : OpenOutcome::Opened) << step;
+        if (!files.Failed()) {
+            EXPECT_GT(step, 4);
+            break;
+        }
+    }
+}
+
+TEST(OpenQuery, DamagedFilesNeverCrash) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
+    std::mt19937 random(seed);
+    QueryRun run;
+    run.Choose();
+    run.Fill(random);
+    run.Save(run.Path("Sales.zpb"));
+    for (const QString& name : run.Files()) {
+        const QString path = run.folder.filePath(name);
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray whole = file.readAll();
+        file.close();
+        for (int damage = 0; damage < 20; ++damage) {
+            QByteArray bytes = whole;
+            if (damage % 2)
+                bytes.truncate(static_cast<qsizetype>(random() % static_cast<unsigned>(whole.size())));
+            else
+                for (int flips = 0; flips < 4; ++flips)
+                    bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()))] ^=
+                        static_cast<char>(1U << random() % 8);
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            file.write(bytes);
+            file.close();
+            FreshRun fresh;
+            if (fresh.Load(run.Path("Sales.zpb"))) RegenerateStatement(fresh.state);
+        }
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(whole);
+        file.close();
+    }
+}
+
+}  // namespace zephrin
