@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -49,6 +51,7 @@ DemoWindow::DemoWindow(QWidget* parent)
     steps->setContentsMargins(0, 0, 0, 0);
     steps->addWidget(MakeConnectionBox());
     steps->addWidget(MakeMethodBox());
+    steps->addWidget(MakeQueryBox());
     steps->addWidget(MakeTableBox());
     steps->addWidget(new OptionPanel(control));
     steps->addStretch();
@@ -139,6 +142,35 @@ QWidget* DemoWindow::MakeMethodBox() {
     return box;
 }
 
+QWidget* DemoWindow::MakeQueryBox() {
+    auto* box = new QGroupBox(tr("Saved query"));
+    query = new QComboBox;
+    query->setObjectName(QStringLiteral("savedQuery"));
+    query->setAccessibleName(tr("Saved query"));
+    query->setToolTip(tr("With a query the connection comes from its file (QueryName of ZPBMakeConnection)"));
+    query->addItem(tr("none"));
+    const QDir samples(QStringLiteral(ZEPHRIN_SAMPLE_QUERIES));
+    for (const QFileInfo& file : samples.entryInfoList({QStringLiteral("*.zpb")}, QDir::Files))
+        query->addItem(file.completeBaseName(), file.filePath());
+    auto* layout = new QHBoxLayout(box);
+    layout->addWidget(query, 1);
+    layout->addWidget(
+        MakeButton(QStringLiteral("chooseQuery"), tr("&Choose file..."), this, [this] { ChooseQuery(); }));
+    return box;
+}
+
+void DemoWindow::ChooseQuery() {
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("Choose a saved query"), {}, tr("Saved queries (*.zpb)"));
+    if (path.isEmpty()) return;
+    int index = query->findData(path);
+    if (index < 0) {
+        query->addItem(QFileInfo(path).completeBaseName(), path);
+        index = query->count() - 1;
+    }
+    query->setCurrentIndex(index);
+}
+
 QWidget* DemoWindow::MakeTableBox() {
     auto* box = new QGroupBox(tr("Tables on offer"));
     table = new QLineEdit(QStringLiteral("Reviews"));
@@ -167,7 +199,8 @@ void DemoWindow::MakeConnection() {
     using zephrin::Zephrin;
     constexpr bool removeSystemTables = true;
     control->ZPBMakeConnection(connection->text(), {}, {}, Zephrin::Omitted, Zephrin::Omitted,
-                               maxRecords->value(), false, {}, removeSystemTables);
+                               maxRecords->value(), false, query->currentData().toString(),
+                               removeSystemTables);
 }
 
 void DemoWindow::ConnectAndShow() {

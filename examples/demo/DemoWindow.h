@@ -29,7 +29,9 @@ class DemoWindow : public QWidget {
     QWidget* MakeConnectionBox();
     QWidget* MakeMethodBox();
     QWidget* MakeTableBox();
+    QWidget* MakeQueryBox();
     void MakeConnection();
+    void ChooseQuery();
     void ShowTables();
 
     zephrin::Zephrin* control;
@@ -38,6 +40,7 @@ class DemoWindow : public QWidget {
     QLineEdit* connection = nullptr;
     QSpinBox* maxRecords = nullptr;
     QLineEdit* table = nullptr;
+    QComboBox* query = nullptr;
 };
 
 }  // namespace demo

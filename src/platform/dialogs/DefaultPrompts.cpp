@@ -3,6 +3,7 @@
 #include "platform/dialogs/DataLinkDialog.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -11,6 +12,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QUrl>
 
 #include <utility>
 
@@ -163,6 +165,10 @@ QString DefaultPrompts::PromptNewConnection(const QString& present) {
     const QString chosen = accepted ? dialog->ConnectionString() : QString();
     delete dialog.data();
     return chosen;
+}
+
+bool DefaultPrompts::OpenDocument(const QString& path) {
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 void DefaultPrompts::ShowAbout(const QString& name, const QString& version) {

@@ -22,6 +22,7 @@ class DefaultPrompts : public Prompts {
     QString ShowOpen(const FileChoice& choice) override;
     QString ShowSave(const FileChoice& choice) override;
     QString PromptNewConnection(const QString& present) override;
+    bool OpenDocument(const QString& path) override;
     void ShowAbout(const QString& name, const QString& version) override;
 
  private:
