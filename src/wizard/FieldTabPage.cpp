@@ -33,10 +33,8 @@ FieldTabPage::FieldTabPage(WizardHost& wizardHost)
 void FieldTabPage::ShowState(FormState& form) {
     ShowList(fraFields->From, form.lstZPQFieldFrom);
     ShowList(fraFields->To, form.lstZPQFieldTo);
-    ShowControl(fraFields->Right, form.cmdZPQFieldRight);
-    ShowControl(fraFields->RightAll, form.cmdZPQFieldRightAll);
-    ShowControl(fraFields->Left, form.cmdZPQFieldLeft);
-    ShowControl(fraFields->LeftAll, form.cmdZPQFieldLeftAll);
+    fraFields->ShowButtons(form.cmdZPQFieldRight, form.cmdZPQFieldRightAll, form.cmdZPQFieldLeft,
+                           form.cmdZPQFieldLeftAll);
 }
 
 }  // namespace zephrin

@@ -2,6 +2,7 @@
 
 #include "wizard/Build.h"
 #include "wizard/ListBox.h"
+#include "wizard/ShowControl.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -17,6 +18,11 @@ namespace {
 QString Arrow(bool right, const QString& all = {}) {
     const bool pointsRight = right != QGuiApplication::isRightToLeft();
     return (pointsRight ? QStringLiteral("arrow-right") : QStringLiteral("arrow-left")) + all;
+}
+
+void ShowMove(QPushButton* button, const ButtonState& state, ListBox* source) {
+    if (!state.Enabled && button->hasFocus()) source->setFocus(Qt::OtherFocusReason);
+    ShowControl(button, state);
 }
 
 }  // namespace
@@ -49,6 +55,14 @@ MovePanel::MovePanel(const Names& names)
     grid->setRowStretch(1, 1);
     QWidget* order[] = {From, Right, RightAll, Left, LeftAll, To};
     for (int i = 1; i < static_cast<int>(std::size(order)); ++i) setTabOrder(order[i - 1], order[i]);
+}
+
+void MovePanel::ShowButtons(const ButtonState& right, const ButtonState& rightAll, const ButtonState& left,
+                            const ButtonState& leftAll) {
+    ShowMove(Right, right, From);
+    ShowMove(RightAll, rightAll, From);
+    ShowMove(Left, left, To);
+    ShowMove(LeftAll, leftAll, To);
 }
 
 }  // namespace zephrin

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "runstate/FormState.h"
+
 #include <QGroupBox>
 #include <QString>
 
@@ -20,6 +22,11 @@ class MovePanel : public QGroupBox {
         QString MoveRight, MoveAllRight, MoveLeft, MoveAllLeft;  ///< what the buttons do, in words
     };
     explicit MovePanel(const Names& names);
+
+    /// A button that goes off under the user's fingers leaves the focus in its own list: the toolkit would
+    /// hand it to the next button, and the next key would move everything.
+    void ShowButtons(const ButtonState& right, const ButtonState& rightAll, const ButtonState& left,
+                     const ButtonState& leftAll);
 
     ListBox* From;
     ListBox* To;

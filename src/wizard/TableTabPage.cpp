@@ -33,10 +33,8 @@ TableTabPage::TableTabPage(WizardHost& wizardHost)
 void TableTabPage::ShowState(FormState& form) {
     ShowList(fraTables->From, form.lstZPQTableSelection);
     ShowList(fraTables->To, form.lstZPQTableTo);
-    ShowControl(fraTables->Right, form.cmdZPQTableRight);
-    ShowControl(fraTables->RightAll, form.cmdZPQTableRightAll);
-    ShowControl(fraTables->Left, form.cmdZPQTableLeft);
-    ShowControl(fraTables->LeftAll, form.cmdZPQTableLeftAll);
+    fraTables->ShowButtons(form.cmdZPQTableRight, form.cmdZPQTableRightAll, form.cmdZPQTableLeft,
+                           form.cmdZPQTableLeftAll);
 }
 
 }  // namespace zephrin

@@ -175,6 +175,26 @@ TEST_F(FrmZPG, TwoKeysAreEnoughToMoveATable) {
     EXPECT_EQ(Items("lstZPQTableTo"), QStringList{first});
 }
 
+TEST_F(FrmZPG, AKeyTooManyOnAMoveButtonMovesNothing) {
+    Connect();
+    Show();
+    DoubleClick("lstZPQTableSelection", customers);
+    struct Row {
+        const char* Button;
+        const char* From;
+    };
+    for (const Row& row :
+         {Row{"cmdZPQTableRight", "lstZPQTableSelection"}, Row{"cmdZPQTableLeft", "lstZPQTableTo"}}) {
+        // Moving the last row leaves nothing selected, and the button goes off.
+        const QStringList before = Items(row.From);
+        Pick(row.From, before.last());
+        Find(row.Button)->setFocus();
+        for (int i = 0; i < 3; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        EXPECT_EQ(Items(row.From), before.mid(0, before.size() - 1)) << row.Button;
+        EXPECT_EQ(QApplication::focusWidget(), Find(row.From)) << row.Button;
+    }
+}
+
 TEST_F(FrmZPG, ShowsCaptionsAndToolTipsOfTheResources) {
     Connect();
     Show();
