@@ -65,6 +65,19 @@ void EnableMoves(FieldOrderForm& form) {
     form.DownEnabled = last > 0 && form.ListIndex >= 0 && form.ListIndex < last;
 }
 
+/// Writes the text made of an edited expression and then the expression itself into the row. False when the
+/// first does not fit into its column: the row stays as it is, for its old text still runs.
+bool Follow(ado::Recordset& rows, QStringView column, const QString& made, const QString& expression) {
+    try {
+        rows.SetValue(column, made);
+        rows.SetValue(u"FieldName", expression);
+        rows.Update();
+        return true;
+    } catch (const ado::Error&) {
+        return false;
+    }
+}
+
 /// Group rows over an expression that was edited: the field follows, and so does what is made of it.
 void FollowInGroups(ZPGGlobalDeclarations& state, const QString& from, const QString& to) {
     const ado::RecordsetPtr& groups = state.rsGroupBy;
@@ -73,9 +86,7 @@ void FollowInGroups(ZPGGlobalDeclarations& state, const QString& from, const QSt
         if (groups->Text(u"FieldName") != from) continue;
         const QString before = groups->Text(u"GroupBy");
         const QString after = QString(before).replace(from, to);
-        groups->SetValue(u"FieldName", to);
-        groups->SetValue(u"GroupBy", after);
-        groups->Update();
+        if (!Follow(*groups, u"GroupBy", after, to)) continue;
         const ado::RecordsetPtr& aliases = state.rsAlias;
         if (before == from || !HasRows(aliases)) continue;
         for (aliases->MoveFirst(); !aliases->Eof(); aliases->MoveNext())
@@ -92,9 +103,7 @@ void FollowInOrders(ZPGGlobalDeclarations& state, const QString& from, const QSt
     for (orders->MoveFirst(); !orders->Eof(); orders->MoveNext()) {
         if (orders->Text(u"FieldName") != from) continue;
         const bool ascending = orders->Text(u"OrderBy").contains(u"ASC");
-        orders->SetValue(u"FieldName", to);
-        orders->SetValue(u"OrderBy", to + (ascending ? QStringLiteral(" ASC") : QStringLiteral(" DESC")));
-        orders->Update();
+        Follow(*orders, u"OrderBy", to + (ascending ? QStringLiteral(" ASC") : QStringLiteral(" DESC")), to);
     }
     orders->MoveFirst();
 }

@@ -198,6 +198,20 @@ TEST(FieldOrder, GroupsAndOrdersFollowAnEditedExpression) {
     EXPECT_TRUE(run.state.EditCalcNew.isEmpty());
 }
 
+TEST(FieldOrder, ARowThatCannotHoldTheEditedExpressionStays) {
+    OrderRun run("Calc");
+    const auto old = QStringLiteral("[T].[A]*2"), fresh = QStringLiteral("1").repeated(7999);
+    run.Add(run.state.rsGroupBy, {old, QStringLiteral("MAX([T].[A]*2)"), {}, QStringLiteral("YES")});
+    run.Add(run.state.rsGroupBy, {old, old, {}, QStringLiteral("YES")});
+    FieldOrderForm form = run.On(0);
+    run.state.CalcFieldCreated = true;
+    run.state.EditCalcNew = fresh;
+    EndCalcEdit(run.state, form, old);
+    EXPECT_EQ(run.Groups().mid(2), QStringList({QStringLiteral("[T].[A]*2|MAX([T].[A]*2)|YES"),
+                                                fresh + u'|' + fresh + QStringLiteral("|YES")}));
+    EXPECT_EQ(run.Orders().mid(2), Texts("[T].[A]*2 ASC"));
+}
+
 TEST(FieldOrder, AnEmptyRecordsetIsAnEmptyList) {
     OrderRun run("Group");
     run.state.rsGroupBy->DeleteAll();
