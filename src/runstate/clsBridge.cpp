@@ -30,6 +30,8 @@ void clsBridge::PassViewName(const QString& viewName, const QString& viewAction)
 }
 
 void clsBridge::CloseZPB(const QString& loadQueryError) {
+    // The rows of the last run may be many; between two showings only a host has a use for them.
+    for (ado::RecordsetPtr* held : {&results, &whereValues, &havingValues}) held->reset();
     QString text = loadQueryError;
     Q_EMIT ZPBClosed(text);
 }

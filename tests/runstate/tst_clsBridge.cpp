@@ -30,6 +30,20 @@ TEST(Bridge, HandsACopyOfTheRowsAndKeepsWhatAHostWritesToItself) {
     EXPECT_EQ(rows->ValueAt(0, 0).toString(), QStringLiteral("x"));
 }
 
+TEST(Bridge, LetsGoOfTheRowsWhenTheWizardCloses) {
+    const auto rows = std::make_shared<ado::Recordset>(), where = std::make_shared<ado::Recordset>();
+    clsBridge bridge;
+    std::weak_ptr<ado::Recordset> copy;
+    QObject::connect(&bridge, &clsBridge::QueryComplete, &bridge,
+                     [&](int&, QString&, QString&, ado::RecordsetPtr& results, ado::RecordsetPtr&,
+                         ado::RecordsetPtr&) { copy = results; });
+    bridge.PassSQLandResultRecordset(0, {}, {}, rows, where, nullptr);
+    EXPECT_FALSE(copy.expired());
+    bridge.CloseZPB({});
+    EXPECT_TRUE(copy.expired());
+    EXPECT_EQ(where.use_count(), 1);
+}
+
 TEST(Bridge, HandsAnUnopenedRecordsetOnAsOne) {
     for (const ado::RecordsetPtr& rows : {std::make_shared<ado::Recordset>(), ado::RecordsetPtr()}) {
         clsBridge bridge;
