@@ -1,5 +1,6 @@
 #include "control/Host.h"
 
+#include <QAbstractItemView>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
@@ -120,6 +121,29 @@ TEST(MakeConnection, AFailureLeavesTheOfferAndTheActiveStringIsTheNewOne) {
     EXPECT_EQ(host.control->ZPBActiveConnectionString(), bad);
     host.prompts->Answers = {BoxAnswer::No};
     EXPECT_EQ(Show(host), QStringLiteral("form"));
+}
+
+TEST(MakeConnection, AfterAFailureTheFirstUseOfATableLeadsBack) {
+    Host host;
+    host.Connect();
+    host.control->SetZPBAllowSaveDeleteQuery(false);
+    host.control->ZPBMakeConnection(
+        QStringLiteral("Provider=SQLite;Dialect=SQL Server;Data Source=/nowhere/none.db"));
+    host.log.clear();
+    host.control->ZPBShowZephrin();
+    Host::Click("cmdZPQTableRightAll");
+    Host::ChooseTab(1);
+    ASSERT_EQ(host.prompts->Boxes.size(), 1);
+    EXPECT_EQ(host.prompts->Boxes[0].Title, QStringLiteral("Brimlow Zephrin V1.2"));
+    EXPECT_EQ(host.prompts->Boxes[0].Style, BoxStyle::Critical);
+    EXPECT_EQ(Host::Find("TabZPG")->property("currentIndex").toInt(), 0);
+    const auto count = [](const char* list) {
+        return qobject_cast<QAbstractItemView*>(Host::Find(list))->model()->rowCount();
+    };
+    EXPECT_EQ(count("lstZPQTableTo"), 0);
+    EXPECT_EQ(count("lstZPQTableSelection"), host.Offer().size());
+    EXPECT_TRUE(host.log.isEmpty());
+    frmZPG::OpenForm()->close();
 }
 
 TEST(MakeConnection, AnotherGoodOneReplacesTheOffer) {

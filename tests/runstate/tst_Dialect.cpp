@@ -1,3 +1,4 @@
+#include "platform/ado/Provider.h"
 #include "platform/ado/providers/AllProviders.h"
 #include "runstate/Dialect.h"
 #include "support/ScratchDatabase.h"
@@ -17,6 +18,27 @@ struct Shop {
         return OpenDatabaseConnection(state, connectionString, connectTimeout, commandTimeout,
                                       QStringLiteral("ann"), QStringLiteral("pw"));
     }
+};
+
+/// A database that opens and then can't be asked for its tables.
+class MuteProvider : public ado::Provider {
+ public:
+    bool Accepts(const QString&) const override { return true; }
+    std::unique_ptr<ado::Session> Open(const ado::OpenRequest&) const override {
+        return std::make_unique<MuteSession>();
+    }
+
+ private:
+    struct MuteSession : ado::Session {
+        [[noreturn]] static void Refuse() {
+            throw ado::Error(7, QStringLiteral("no"), QStringLiteral("mute"));
+        }
+        std::unique_ptr<ado::Cursor> Execute(const QString&, const ado::ExecuteOptions&) override {
+            Refuse();
+        }
+        std::unique_ptr<ado::Cursor> Tables() override { Refuse(); }
+        std::unique_ptr<ado::Cursor> Columns(const QString&) override { Refuse(); }
+    };
 };
 
 }  // namespace
@@ -122,6 +144,17 @@ TEST(OpenDatabaseConnection, TellsFailuresAndKeepsWhatWasRead) {
     EXPECT_EQ(errors.Items,
               QStringList({QStringLiteral("Database Provider not supported"), QStringLiteral("-2147221491"),
                            QStringLiteral("Provider Property")}));
+}
+
+TEST(OpenDatabaseConnection, StaysOpenWhereOnlyTheTablesCannotBeRead) {
+    ZPGGlobalDeclarations state({std::make_shared<MuteProvider>()}, std::make_shared<test::ScriptedPrompts>());
+    state.rsSchemaTables = std::make_shared<ado::Recordset>();
+    const ado::RecordsetPtr before = state.rsSchemaTables;
+    const ConnectionErrors errors =
+        OpenDatabaseConnection(state, QStringLiteral("Driver={SQL Server}"), 5, 5, {}, {});
+    EXPECT_EQ(errors.Items, QStringList({QStringLiteral("no"), QStringLiteral("7"), QStringLiteral("mute")}));
+    EXPECT_EQ(state.SharedConnection().State(), ado::ObjectState::Open);
+    EXPECT_EQ(state.rsSchemaTables, before);
 }
 
 }  // namespace zephrin
