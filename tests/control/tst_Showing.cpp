@@ -177,6 +177,38 @@ TEST(Showing, AFormThatTheToolkitTookIsUnloadedOnce) {
     EXPECT_EQ(host.log.last(), QStringLiteral("QueryExecuted 0"));
 }
 
+TEST(Showing, AQueryThatCannotBeOpenedEndsItBeforeItIsSeen) {
+    for (const bool modal : {false, true}) {
+        OpenHost host(true);
+        host.control->SetZPBAllowSaveDeleteQuery(true);
+        host.control->SetZPBModalForm(modal);
+        const QStringList offer = host.Offer();
+        const QString connection = host.control->ZPBActiveConnectionString();
+        host.control->ZPBMakeConnection({}, {}, {}, 5, 5, 0, false, QStringLiteral("/nowhere/q.zpb"));
+        host.log.clear();
+        host.prompts->WhileOpen = [](const auto&) {
+            ASSERT_NE(frmZPG::OpenForm(), nullptr);
+            EXPECT_FALSE(frmZPG::OpenForm()->isVisible());
+        };
+        const QString told = QStringLiteral(
+            "ZPBUnloaded Query /nowhere/q.zpb can not be found at the specified location."
+            "The file may be missing or corrupt.");
+        for (int round = 1; round <= 2; ++round) {
+            host.control->ZPBShowZephrin();
+            EXPECT_EQ(frmZPG::OpenForm(), nullptr);
+            EXPECT_EQ(host.prompts->Boxes.size(), round) << "no question whether to save";
+            EXPECT_EQ(host.log.count(told), round) << qPrintable(host.log.join(u'/'));
+        }
+        EXPECT_EQ(host.log.size(), 2);
+        EXPECT_EQ(host.prompts->Boxes[0].Title, QStringLiteral("Error Opening Query : /nowhere/q.zpb"));
+        EXPECT_EQ(host.prompts->Boxes[0].Text,
+                  QStringLiteral("Query  /nowhere/q.zpb  can not be found at the specified location.\r\n"
+                                 "The file may be missing or corrupt."));
+        EXPECT_EQ(host.Offer(), offer);
+        EXPECT_EQ(host.control->ZPBActiveConnectionString(), connection);
+    }
+}
+
 // --- The control goes while something is going on ---
 
 TEST(Liveness, TheControlMayGoInAnyOfItsEvents) {
@@ -249,6 +281,13 @@ TEST(Liveness, TheControlMayGoInAnyBox) {
              h.log.clear();
              h.prompts->Answers = {BoxAnswer::No};
              frmZPG::OpenForm()->close();
+         }},
+        {"a query that cannot be opened",
+         [](Host& h) {
+             frmZPG::OpenForm()->close();
+             h.control->ZPBMakeConnection({}, {}, {}, 5, 5, 0, false, QStringLiteral("/nowhere/q.zpb"));
+             h.log.clear();
+             h.control->ZPBShowZephrin();
          }},
         {"the question before a reset",
          [](Host& h) {
