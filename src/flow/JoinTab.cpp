@@ -89,6 +89,7 @@ void DescribeJoinType(FormState& form) {
 /// Sets the join type from code, which counts as a choice when it changes.
 void SetJoinType(FormState& form, const QString& type) {
     if (form.cmbJoinType.Text == type) return;
+    form.cmbJoinType.Items.SetText(type);
     form.cmbJoinType.Text = type;
     DescribeJoinType(form);
 }

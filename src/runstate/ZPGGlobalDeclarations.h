@@ -89,6 +89,9 @@ struct ZPGGlobalDeclarations {
     // --- The statement -----------------------------------------------------------------------------------------
     QString SelectClause, FromClause, WhereClause, GroupByClause, HavingClause, OrderByClause;
     QString CurrentSQL;
+    /// In place of "%" in patterns, and of the dialect's delimiter of dates. Nothing here sets them: they are there for
+    /// who embeds the generator.
+    QString WildcardOverride, DateDelimiterOverride;
 
     // --- Working recordsets ------------------------------------------------------------------------------------
     ado::RecordsetPtr rsWhere, rsHaving, rsGroupBy, rsOrderBy, rsCalcFields, rsAlias;

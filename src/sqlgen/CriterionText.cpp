@@ -25,13 +25,15 @@ QString DoubleApostrophe(const QString& boxText, const QString& value, const QSt
     return value.left(place) + u'\'' + restFrom.mid(place, restLength);
 }
 
-Values ReadValues(const FormState& form, const CriteriaOperator& entry) {
+Values ReadValues(const ZPGGlobalDeclarations& state, const CriteriaOperator& entry) {
+    const FormState& form = *state.Form;
     const QString& box1 = form.cmbAvailableValues1.Text;
     const QString& box2 = form.cmbAvailableValues2.Text;
     Values values{BlankTrimmed(box1), BlankTrimmed(box2)};
     // Every dialect gets the same wildcard.
-    if (entry.WildcardInFront) values.First.prepend(u'%');
-    if (entry.WildcardBehind) values.First.append(u'%');
+    const QString wildcard = state.WildcardOverride.isEmpty() ? QStringLiteral("%") : state.WildcardOverride;
+    if (entry.WildcardInFront) values.First.prepend(wildcard);
+    if (entry.WildcardBehind) values.First.append(wildcard);
     values.First = DoubleApostrophe(box1, values.First, values.First, -1);
     // What follows the second value's apostrophe is taken from the first value.
     if (!values.Second.isEmpty())
@@ -53,6 +55,7 @@ ado::DataType TypeOfField(ZPGGlobalDeclarations& state) {
 /// What the value alone suggests. An unknown dialect keeps, for dates, what the commit before used.
 QString DelimiterOfValue(const ZPGGlobalDeclarations& state, const QString& value) {
     if (!text::IsDate(value)) return QStringLiteral("'");
+    if (!state.DateDelimiterOverride.isEmpty()) return state.DateDelimiterOverride;
     const QString delimiter = DateDelimiter(state);
     return delimiter.isEmpty() ? state.Form->ValueDelimiter : delimiter;
 }
@@ -129,7 +132,7 @@ QString CriterionText(ZPGGlobalDeclarations& state, const CriteriaOperator& entr
         state.Form->ValueDelimiter.clear();
         return entry.Word;
     }
-    Values values = ReadValues(*state.Form, entry);
+    Values values = ReadValues(state, entry);
     state.Form->ValueDelimiter = DelimiterOfValue(state, values.First);
     state.Form->ValueDelimiter = DelimiterForType(TypeOfField(state), state.Form->ValueDelimiter, values);
     FormatDates(state, values);

@@ -126,6 +126,17 @@ TEST(CommitCriterion, DatesInFilesTakeTheirOwnDelimiter) {
     EXPECT_EQ(run.Sheet(), QStringLiteral("[T].[X] = '2003-01-31'; [T].[D] = #2003-01-31#"));
 }
 
+TEST(CommitCriterion, OverridesReplaceWildcardAndDateDelimiter) {
+    CommitRun run;
+    run.state.WildcardOverride = QStringLiteral("*");
+    run.state.DateDelimiterOverride = QStringLiteral("!");
+    run.Commit("[T].[X]", "contains", QStringLiteral("ab"));
+    run.Commit("[T].[D]", "=", QStringLiteral("2003-01-31"));
+    run.Commit("[T].[M]", "=", QStringLiteral("2003-01-31"));
+    EXPECT_EQ(run.Sheet(),
+              QStringLiteral("[T].[X] LIKE '*ab*'; [T].[D] = !2003-01-31!; [T].[M] = 2003-01-31"));
+}
+
 TEST(CommitCriterion, AnUnknownDialectKeepsTheDelimiterOfTheCommitBefore) {
     CommitRun run;
     run.state.gDatabaseType = QStringLiteral("Other");
