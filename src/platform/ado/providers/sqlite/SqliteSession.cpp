@@ -39,6 +39,8 @@ DatabaseHandle OpenFile(const OpenOptions& options) {
     // A text in double quotes is a name or an error, never silently a text.
     sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    // References that a table declares hold, as they do on a server.
+    sqlite3_db_config(opened, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
     sqlite3_extended_result_codes(opened, 1);
     return database;
 }
