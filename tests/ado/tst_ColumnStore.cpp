@@ -133,6 +133,8 @@ TEST(ColumnStore, ValuesAndTexts) {
          QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59), Qt::UTC), u"1969-12-31 23:59:59"},
         {"finest", moment(march + 1), DataType::DBTimeStamp,
          QDateTime(QDate(2024, 3, 1), QTime(0, 0), Qt::UTC), u"2024-03-01 00:00:00.0000001"},
+        {"sum of prices", [](ColumnStore& s) { s.AppendDouble(0, 977.2700000000001); }, DataType::Double,
+         977.2700000000001, u"977.27"},
         {"text", text("na\xC3\xAFve", 6), DataType::VarWChar, u"na\u00EFve"_qs, u"na\u00EFve"},
         {"no UTF-8", text("a\xFF\xC3", 3), DataType::VarChar, u"a\uFFFD\uFFFD"_qs, u"a\uFFFD\uFFFD"},
         {"zero inside", text("a\0b", 3), DataType::VarChar, QString(u"a\0b"_qs), nullptr},

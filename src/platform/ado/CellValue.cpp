@@ -76,6 +76,13 @@ QString DoubleText(double value, DataType type) {
     return ShortestText(value);
 }
 
+QString DoubleShown(double value, DataType type) {
+    constexpr int shownDigits = 15;
+    // A Single is short as it is, and so large a number keeps what tells it from its neighbours.
+    if (type == DataType::Single || std::abs(value) >= 1e15) return DoubleText(value, type);
+    return DoubleText(QByteArray::number(value, 'g', shownDigits).toDouble(), type);
+}
+
 QString CurrencyText(std::int64_t tenThousandths) {
     // The smallest number has no positive counterpart among the signed ones.
     const bool negative = tenThousandths < 0;

@@ -18,6 +18,9 @@ QVariant IntegerValue(std::int64_t value, DataType type);
 QString IntegerText(std::int64_t value, DataType type);
 /// The fewest digits that give the number back; those of a Single where the value is one.
 QString DoubleText(double value, DataType type = DataType::Double);
+/// The same as people are shown it: with the fifteen digits that a double always keeps, so that a sum of prices does not
+/// end in the dust of its binary form.
+QString DoubleShown(double value, DataType type);
 /// Two decimals, or as many of four as it takes.
 QString CurrencyText(std::int64_t tenThousandths);
 QString TimeText(std::int64_t ticksSinceMidnight);

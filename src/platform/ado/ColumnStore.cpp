@@ -164,7 +164,7 @@ QString ColumnStore::TextAt(qint64 row, int column, DataType type, qsizetype max
         case CellTag::Int:
             return IntegerText(IntAt(row, column), type).left(maxChars);
         case CellTag::Double:
-            return DoubleText(DoubleAt(row, column), type).left(maxChars);
+            return DoubleShown(DoubleAt(row, column), type).left(maxChars);
         case CellTag::Currency:
             return CurrencyText(IntAt(row, column)).left(maxChars);
         case CellTag::Date:
