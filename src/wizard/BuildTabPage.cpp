@@ -107,14 +107,10 @@ void BuildTabPage::EditCell(ZPGGlobalDeclarations& state, int column) {
     const bool onNewRow = dgrSQL->IsOnAddNewRow();
     const QPointer<BuildTabPage> alive(this);
     BeginCellDialog(state, column, onNewRow);
-    bool refused = false;
     while (WizardDialog::Run(new frmCriteriaBuilder(state, window()))) {
-        // A text that was refused is not in the cell, even if the dialog came back with it as it was.
-        if (refused) state.CriteriaChanged = true;
         if (EndCellDialog(state, column, onNewRow)) return;
         TellRefusal(state, tr("The criteria are too long for the cell."));
         if (!alive) return;
-        refused = true;
     }
 }
 

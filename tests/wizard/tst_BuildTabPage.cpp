@@ -169,30 +169,6 @@ TEST_F(BuildTabPage, ACellsButtonOpensTheKeypad) {
     EXPECT_EQ(Grid()->DataSource()->TextAt(0, column), QStringLiteral(">42"));
 }
 
-TEST_F(BuildTabPage, ATextThatIsTooLongStaysRefused) {
-    Start();
-    Click("cmdEditWhere");
-    Grid()->SetCurrentCell(0, Column(u"[Customers].[City]"));
-    prompts->Answers = {BoxAnswer::Ok, BoxAnswer::Ok};
-    int shown = 0;
-    QTimer user;
-    QObject::connect(&user, &QTimer::timeout, form.get(), [&shown] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        if (!dialog) return;
-        if (++shown == 1)
-            dialog->findChild<controls::ColouredText*>(QStringLiteral("txtCriteria"))
-                ->SetText(QString(600, u'x'));
-        // The second OK finds the text as it came back.
-        const auto button = shown < 3 ? QStringLiteral("cmdCriteriaOK") : QStringLiteral("cmdCriteriaCancel");
-        QTest::mouseClick(dialog->findChild<QAbstractButton*>(button), Qt::LeftButton);
-    });
-    user.start(0);
-    QTest::keyClick(Grid()->Pane(0), Qt::Key_F4);
-    EXPECT_EQ(prompts->Boxes.size(), 2);
-    EXPECT_EQ(shown, 3);
-    EXPECT_EQ(Grid()->DataSource()->RecordCount(), 0);
-}
-
 TEST_F(BuildTabPage, TheFormMayGoWhileItsDialogIsOpen) {
     Start();
     Click("cmdEditWhere");
