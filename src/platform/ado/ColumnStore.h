@@ -104,7 +104,7 @@ class ColumnStore {
 
     /// The cell as a host gets it: whole numbers as bool (of a Boolean column), int or qlonglong, doubles as
     /// double, texts, Guids, decimals and currencies as QString (the digits of the last two are exact), bytes
-    /// as QByteArray, dates and times as QDate, QTime and QDateTime. A QDateTime carries the spec UTC, so
+    /// as QByteArray, dates and times as QDate, QTime and QDateTime. A QDateTime says that it is UTC, so
     /// that no daylight saving rule can move what is a plain reading of a clock: take its date() and time().
     QVariant ValueAt(qint64 row, int column, DataType type) const;
     /// The cell as it is shown, at most `maxChars` UTF-16 units; no more than these are decoded.
