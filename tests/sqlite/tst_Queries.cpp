@@ -213,7 +213,7 @@ TEST_F(ShopTest, TextsNumbersAndTruth) {
         {"SELECT N FROM Nums WHERE N > ALL (SELECT Qty FROM [Order Details])", "7"},
         {"SELECT N FROM Nums WHERE N = ANY (SELECT Qty FROM [Order Details])", "2"},
         {"SELECT N FROM Nums WHERE NOT (N > 0) AND N IS NOT NULL", "-3; 0"},
-        {"SELECT STDEV(N), VAR(N) FROM Nums WHERE N >= 0", "3.605551275463989|13"},
+        {"SELECT STDEV(N), VAR(N) FROM Nums WHERE N >= 0", "3.60555127546399|13"},
     });
     OnServer({
         {"SELECT N / 2, N % 2, N / 2.0 FROM Nums WHERE N = 7", "3|1|3.5"},
