@@ -27,7 +27,10 @@ bool EscapeWatch::eventFilter(QObject*, QEvent* event) {
         case QEvent::Wheel:
         case QEvent::TouchBegin:
         case QEvent::ContextMenu:
+            return true;
         case QEvent::Close:
+            // A close event that nobody refuses hides the window, even when no window ever saw it.
+            event->ignore();
             return true;
         default:
             return false;
