@@ -186,11 +186,11 @@ void BeginCalcEdit(ZPGGlobalDeclarations& state, const FieldOrderForm& form) {
 }
 
 void EndCalcEdit(ZPGGlobalDeclarations& state, FieldOrderForm& form, const QString& oldExpression) {
-    if (state.CalcFieldCreated) {
-        state.CalcFieldCreated = false;
-        FollowInGroups(state, oldExpression, state.EditCalcNew);
-        FollowInOrders(state, oldExpression, state.EditCalcNew);
-    }
+    // Cancelled: the lists hold moves that nothing else knows of yet.
+    if (!state.CalcFieldCreated) return;
+    state.CalcFieldCreated = false;
+    FollowInGroups(state, oldExpression, state.EditCalcNew);
+    FollowInOrders(state, oldExpression, state.EditCalcNew);
     FillOrderLists(state, form);
     state.EditCalcNew.clear();
 }
@@ -207,8 +207,10 @@ void DeleteOrderRow(ZPGGlobalDeclarations& state, FieldOrderForm& form) {
     if (MoveToRow(state, row)) Target(state)->Delete();
     if (form.OutputVisible) {
         DeleteAlias(state, row.Alias);
-        DeleteWhere(state.rsOrderBy,
-                    [&](const ado::Recordset& order) { return order.Text(u"OrderBy").contains(row.Field); });
+        DeleteWhere(state.rsOrderBy, [&](const ado::Recordset& order) {
+            // Every text holds the empty one, which an expression of nothing but blanks is stored as.
+            return !row.Field.isEmpty() && order.Text(u"OrderBy").contains(row.Field);
+        });
     }
     DeleteAlias(state, alias);
     FillOrderLists(state, form);

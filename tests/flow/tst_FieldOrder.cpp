@@ -212,6 +212,29 @@ TEST(FieldOrder, ARowThatCannotHoldTheEditedExpressionStays) {
     EXPECT_EQ(run.Orders().mid(2), Texts("[T].[A]*2 ASC"));
 }
 
+TEST(FieldOrder, ACancelledEditKeepsTheMoves) {
+    OrderRun run("Calc");
+    FieldOrderForm form = run.On(0);
+    MoveOrderRow(run.state, form, true);
+    BeginCalcEdit(run.state, form);
+    const QString old = run.state.EditCalcField;
+    EndCalcEdit(run.state, form, old);
+    EXPECT_EQ(form.ListIndex, 1);
+    AcceptFieldOrder(run.state, form);
+    EXPECT_EQ(run.Calcs(), Texts("[T].[A]*3;[T].[A]*2"));
+}
+
+TEST(FieldOrder, DeletingABlankExpressionTakesNoOrderAlong) {
+    OrderRun run("Calc");
+    run.Add(run.state.rsCalcFields, {QString(), QStringLiteral("Blank"), QStringLiteral("YES")});
+    const QStringList orders = run.Orders();
+    FieldOrderForm form = run.On(2);
+    run.prompts->Answers = {BoxAnswer::Yes};
+    DeleteOrderRow(run.state, form);
+    EXPECT_EQ(run.Calcs().size(), 2);
+    EXPECT_EQ(run.Orders(), orders);
+}
+
 TEST(FieldOrder, AnEmptyRecordsetIsAnEmptyList) {
     OrderRun run("Group");
     run.state.rsGroupBy->DeleteAll();
