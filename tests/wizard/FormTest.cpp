@@ -24,9 +24,9 @@ FormTest::~FormTest() {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "an hourglass stayed";
 }
 
-void FormTest::Connect(const QString& dialect) {
-    const QString text = QStringLiteral("Provider=SQLite;Dialect=%1;Data Source=%2;Mode=Read")
-                             .arg(dialect, QStringLiteral(ZEPHRIN_SHOP_DB));
+void FormTest::Connect(const QString& dialect, const QString& copy) {
+    const QString source = copy.isEmpty() ? QStringLiteral(ZEPHRIN_SHOP_DB ";Mode=Read") : copy;
+    const QString text = QStringLiteral("Provider=SQLite;Dialect=%1;Data Source=%2").arg(dialect, source);
     const ConnectionErrors errors = OpenDatabaseConnection(*state, text, 0, 0, {}, {});
     ASSERT_TRUE(errors.IsEmpty()) << qPrintable(errors.Description());
     const ado::RecordsetPtr& tables = state->rsSchemaTables;

@@ -21,8 +21,9 @@ class FormTest : public testing::Test {
     FormTest();
     ~FormTest() override;
 
-    /// Connects to the sample database in `dialect` and offers its tables and views.
-    void Connect(const QString& dialect = QStringLiteral("SQL Server"));
+    /// Connects to the sample database, or to a copy that may be changed, in `dialect` and offers its tables
+    /// and views.
+    void Connect(const QString& dialect = QStringLiteral("SQL Server"), const QString& copy = {});
     /// Loads the form and shows it, not modal.
     void Show();
 
