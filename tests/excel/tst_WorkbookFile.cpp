@@ -1,6 +1,7 @@
 #include "excel/FakeRows.h"
 #include "platform/excel/CellXml.h"
 #include "platform/excel/WorkbookFile.h"
+#include "support/SpreadsheetProgram.h"
 
 #include <QDate>
 #include <QDir>
@@ -87,7 +88,7 @@ TEST(WorkbookFile, AForeignReaderFindsValuesTypesQueryAndPivot) {
     const QTemporaryDir folder;
     FakeRows rows = Awkward();
     QString opened;
-    WorkbookFile book(rows, folder.path(), [&](const QString& path) { opened = path; });
+    WorkbookFile book(rows, folder.path(), [&](const QString& path, qint64) { opened = path; });
     ExportBoth(book);
     EXPECT_EQ(FilesIn(folder), QStringList(QFileInfo(opened).fileName()));
     const QStringList said = Read(opened);
@@ -124,6 +125,32 @@ TEST(WorkbookFile, AForeignReaderFindsValuesTypesQueryAndPivot) {
         EXPECT_TRUE(said.contains(QString::fromUtf8(line))) << line << "\nis not in\n"
                                                             << said.join(u'\n').toStdString();
     EXPECT_FALSE(said.filter(QStringLiteral("Query Results!C2 ")).size()) << "a Null is an empty cell";
+}
+
+TEST(WorkbookFile, ASpreadsheetProgramReadsRowsAndPivot) {
+    const QTemporaryDir folder;
+    FakeRows rows = Awkward();
+    QString opened;
+    WorkbookFile book(rows, folder.path(), [&](const QString& path, qint64) { opened = path; });
+    ExportBoth(book);
+    const std::optional<QStringList> said = test::ReadBySpreadsheetProgram(opened);
+    if (!said) GTEST_SKIP() << "LibreOffice is not installed";
+    // This program counts the first two months of 1900 a day off from the one whose format it is.
+    const char* const expected =
+        "sheet Pivot Report\n"
+        "row string:(empty)\n"
+        "sheet Query Results\n"
+        "row string:Text|string:text2|string:Column3|string:Whole|string:Long|string:Real|string:Yes|"
+        "string:Money|string:Day|string:Moment|string:Blob\n"
+        "row string:=1+1|string:@x|void|float:42|float:123456789012345|float:0.00000015|boolean:true|"
+        "float:-1.2345|string:1815-06-18|date:9999-12-31T23:59:59|string:0x00ff\n"
+        "row string:O'Brien \xF0\x9F\x98\x80|string:@x|string:+1|float:42|string:1234567890123456789|"
+        "float:0.00000015|boolean:false|float:-1.2345|date:1899-12-31|date:9999-12-31T23:59:59|string:"
+        "0x00ff\n"
+        "row void|string:@x|string:+1|float:42|string:1234567890123456789|float:0.00000015|boolean:false|"
+        "float:-1.2345|date:1899-12-31|date:9999-12-31T23:59:59|string:0x00ff\n"
+        "pivot QueryBuilder Data of 'Query Results'.A1:'Query Results'.K4";
+    EXPECT_EQ(said->join(u'\n').toStdString(), expected);
 }
 
 TEST(WorkbookFile, ACancelledOrFailedExportLeavesNoFile) {
@@ -173,7 +200,7 @@ TEST(WorkbookFile, ThePivotWizardTakesAConnectionAndAStatementInPieces) {
     const QTemporaryDir folder;
     FakeRows rows = Awkward();
     QString opened;
-    WorkbookFile book(rows, folder.path(), [&](const QString& path) { opened = path; });
+    WorkbookFile book(rows, folder.path(), [&](const QString& path, qint64) { opened = path; });
     book.AddWorkbook();
     book.SetSheetName(book.ActiveSheet(), QStringLiteral("Pivot Table"));
     book.PivotTableWizard(SourceExternal, {QStringLiteral("SELECT *"), QStringLiteral(" FROM [T]")},

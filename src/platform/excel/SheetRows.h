@@ -26,7 +26,7 @@ class SheetRows {
     /// Rows written so far, without the head.
     qint64 RowCount() const { return rows; }
     /// Texts that were longer than a cell holds and lost their end.
-    qint64 CutCells() const { return cut; }
+    qint64 CutTexts() const { return cut; }
 
  private:
     enum class Stage { Opening, Rows, Done };

@@ -134,7 +134,7 @@ void WorkbookFile::Refresh(int queryTable) {
     zip.Commit();
     query.Heads = rows->Heads();
     query.Rows = rows->RowCount();
-    cutCells += rows->CutCells();
+    cutTexts += rows->CutTexts();
 }
 
 QString WorkbookFile::RangeOf(const Query& query, const QString& mark) const {
@@ -209,7 +209,7 @@ void WorkbookFile::SetVisible(bool visible) {
     QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     file->setAutoRemove(false);
     file.reset();
-    if (open) open(path);
+    if (open) open(path, cutTexts);
 }
 
 void WorkbookFile::Quit() {

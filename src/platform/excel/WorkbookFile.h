@@ -20,7 +20,8 @@ namespace zephrin::excel {
 /// workbook is made visible nothing but a temporary file stands in the folder, and it goes with this object.
 class WorkbookFile final : public Application {
  public:
-    using Opener = std::function<void(const QString& path)>;
+    /// Gets the finished file, and the number of texts that were longer than a cell holds and lost their end.
+    using Opener = std::function<void(const QString& path, qint64 cutTexts)>;
     WorkbookFile(RowSource& source, QString folder, Opener open);
     ~WorkbookFile() override;
 
@@ -42,9 +43,6 @@ class WorkbookFile final : public Application {
                           bool saveData, bool backgroundQuery, const QStringList& connection) override;
     void SetVisible(bool visible) override;
     void Quit() override;
-
-    /// Texts that were longer than a cell holds and lost their end.
-    qint64 CutCells() const { return cutCells; }
 
  private:
     struct Sheet {
@@ -77,7 +75,7 @@ class WorkbookFile final : public Application {
     QStringList pivotSources;
     int active = 0;
     int lastId = 0;
-    qint64 cutCells = 0;
+    qint64 cutTexts = 0;
 };
 
 }  // namespace zephrin::excel
