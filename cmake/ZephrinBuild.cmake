@@ -49,6 +49,8 @@ function(zephrin_room name)
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(${name} PUBLIC zephrin_options ${ARG_DEPENDS} ${ARG_LIBRARIES})
     target_compile_definitions(${name} PRIVATE ZEPHRIN_BUILDING_LIBRARY)
+    set_property(GLOBAL APPEND PROPERTY ZEPHRIN_ROOMS ${name})
+    set_property(GLOBAL APPEND PROPERTY ZEPHRIN_LIBRARIES ${ARG_LIBRARIES})
 endfunction()
 
 # zephrin_test(NAME LINKS room...)

@@ -15,7 +15,7 @@ namespace zephrin {
 
 /// What the control holds. The state is shared with the wizard's form, and with whoever is in the middle of
 /// an operation: it lives on while they do, though the control may be gone.
-class Zephrin::Private {
+class Q_DECL_HIDDEN Zephrin::Private {
  public:
     explicit Private(Zephrin& owner);
 
