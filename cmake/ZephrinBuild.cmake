@@ -53,11 +53,12 @@ function(zephrin_room name)
     set_property(GLOBAL APPEND PROPERTY ZEPHRIN_LIBRARIES ${ARG_LIBRARIES})
 endfunction()
 
-# zephrin_test(NAME LINKS room...)
+# zephrin_test(NAME LINKS room... [AT_ONCE])
 #
-# One test program of the folder's files; every test case in it is a test of its own for ctest.
+# One test program of the folder's files; every test case in it is a test of its own for ctest, or with AT_ONCE all of them
+# together, where they share what takes long to make.
 function(zephrin_test name)
-    cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "AT_ONCE" "" "LINKS" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
     add_executable(${name} ${sources})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
@@ -68,6 +69,11 @@ function(zephrin_test name)
             ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1
             UBSAN_OPTIONS=print_stacktrace=1
             LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0)
+    endif()
+    if(ARG_AT_ONCE)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${environment}")
+        return()
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
         PROPERTIES TIMEOUT 120 ENVIRONMENT "${environment}")

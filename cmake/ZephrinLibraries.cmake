@@ -17,7 +17,7 @@ function(zephrin_library target type name)
     add_library(Zephrin::${name} ALIAS ${target})
     set_target_properties(${target} PROPERTIES
         LINKER_LANGUAGE CXX OUTPUT_NAME Zephrin EXPORT_NAME ${name}
-        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "")
     target_compile_features(${target} INTERFACE cxx_std_20)
     target_include_directories(${target} INTERFACE
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
