@@ -133,7 +133,9 @@ QSize Zephrin::sizeHint() const {
 bool Zephrin::event(QEvent* event) {
     if (event->type() == QEvent::DynamicPropertyChange &&
         static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == designTimeProperty) {
-        setVisible(property(designTimeProperty).toBool());
+        // Without a parent it would become a window of its own: who puts it somewhere then shows it there.
+        const bool designTime = property(designTimeProperty).toBool();
+        if (!designTime || !isWindow()) setVisible(designTime);
     }
     return QWidget::event(event);
 }

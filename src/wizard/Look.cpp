@@ -1,34 +1,16 @@
 #include "wizard/Look.h"
 
+#include "wizard/OleColour.h"
+
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPalette>
 #include <QPushButton>
 
-#include <algorithm>
-#include <utility>
-
 namespace zephrin {
 
 namespace {
-
-// System colours by their index, as far as the toolkit's palette has a role for them.
-constexpr std::pair<quint32, QPalette::ColorRole> systemColours[] = {
-    {1, QPalette::Window},      {4, QPalette::Button},       {5, QPalette::Base},
-    {6, QPalette::Dark},        {7, QPalette::ButtonText},   {8, QPalette::Text},
-    {12, QPalette::Mid},        {13, QPalette::Highlight},   {14, QPalette::HighlightedText},
-    {15, QPalette::Button},     {16, QPalette::Dark},        {17, QPalette::PlaceholderText},
-    {18, QPalette::ButtonText}, {20, QPalette::Light},       {21, QPalette::Shadow},
-    {22, QPalette::Midlight},   {23, QPalette::ToolTipText}, {24, QPalette::ToolTipBase},
-};
-
-QColor SystemColour(quint32 index, const QPalette& palette) {
-    const auto* found = std::find_if(std::begin(systemColours), std::end(systemColours),
-                                     [index](const auto& entry) { return entry.first == index; });
-    return palette.color(QPalette::Active,
-                         found == std::end(systemColours) ? QPalette::WindowText : found->second);
-}
 
 void Colour(QWidget* widget, const QColor& back, const QColor& fore) {
     QPalette palette = widget->palette();
@@ -52,12 +34,6 @@ bool IsFormLabel(const QLabel* label) {
 }
 
 }  // namespace
-
-QColor OleColour(quint32 colour, const QPalette& palette) {
-    if (colour & 0x80000000U) return SystemColour(colour & 0xFFU, palette);
-    return QColor::fromRgb(static_cast<int>(colour & 0xFFU), static_cast<int>((colour >> 8) & 0xFFU),
-                           static_cast<int>((colour >> 16) & 0xFFU));
-}
 
 void ApplyLook(QWidget* form, const RunOptions& options, const QFont& font) {
     const QColor back = OleColour(options.gLabelBackColor, form->palette());

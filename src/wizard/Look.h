@@ -10,10 +10,6 @@ class QWidget;
 
 namespace zephrin {
 
-/// An OLE colour: 0x00BBGGRR as it stands, a system colour (top bit set) by the role that `palette` has for
-/// it.
-QColor OleColour(quint32 colour, const QPalette& palette);
-
 /// Gives the labels and check boxes of `form` the colours and the font of the run, and its command buttons
 /// the font. Two labels and one check box keep the look of the toolkit. Call it again when the palette
 /// changes.

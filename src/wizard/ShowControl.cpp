@@ -5,6 +5,7 @@
 #include "wizard/ComboBox.h"
 #include "wizard/ListBox.h"
 #include "wizard/Look.h"
+#include "wizard/OleColour.h"
 
 #include <QCheckBox>
 #include <QLabel>

@@ -1,4 +1,5 @@
 #include "wizard/Look.h"
+#include "wizard/OleColour.h"
 #include "wizard/ShowControl.h"
 
 #include <QCheckBox>
