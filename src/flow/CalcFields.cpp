@@ -126,6 +126,11 @@ void ClearExpression(CalcFieldForm& form) {
     form.OkEnabled = false;
 }
 
+void ExpressionTyped(CalcFieldForm& form, const QString& text) {
+    form.Criteria = text;
+    if (!text.isEmpty() && !form.Alias.isEmpty()) form.OkEnabled = true;
+}
+
 void AliasChanged(CalcFieldForm& form) {
     form.OkEnabled = !form.Criteria.isEmpty() && !form.Alias.isEmpty();
 }

@@ -39,6 +39,9 @@ void ChooseFunctionType(const ZPGGlobalDeclarations& state, CalcFieldForm& form,
 /// whole text.
 void InsertIntoExpression(CalcFieldForm& form, const QString& text);
 void ClearExpression(CalcFieldForm& form);
+/// Typing never disables OK. It enables it once there is an alias, or an expression that was cleared while
+/// its alias can't be changed could never be replaced by hand.
+void ExpressionTyped(CalcFieldForm& form, const QString& text);
 /// The alias was typed in, or a field picked: what OK needs was looked at.
 void AliasChanged(CalcFieldForm& form);
 void CalcFieldPicked(CalcFieldForm& form);

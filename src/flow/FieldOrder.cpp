@@ -78,25 +78,6 @@ bool Follow(ado::Recordset& rows, QStringView column, const QString& made, const
     }
 }
 
-/// Group rows over an expression that was edited: the field follows, and so does what is made of it.
-void FollowInGroups(ZPGGlobalDeclarations& state, const QString& from, const QString& to) {
-    const ado::RecordsetPtr& groups = state.rsGroupBy;
-    if (!HasRows(groups)) return;
-    for (groups->MoveFirst(); !groups->Eof(); groups->MoveNext()) {
-        if (groups->Text(u"FieldName") != from) continue;
-        const QString before = groups->Text(u"GroupBy");
-        const QString after = QString(before).replace(from, to);
-        if (!Follow(*groups, u"GroupBy", after, to)) continue;
-        const ado::RecordsetPtr& aliases = state.rsAlias;
-        if (before == from || !HasRows(aliases)) continue;
-        for (aliases->MoveFirst(); !aliases->Eof(); aliases->MoveNext())
-            if (aliases->Text(u"FieldName") == before) aliases->SetValue(u"FieldName", after);
-        aliases->Update();
-        aliases->MoveFirst();
-    }
-    groups->MoveFirst();
-}
-
 void FollowInOrders(ZPGGlobalDeclarations& state, const QString& from, const QString& to) {
     const ado::RecordsetPtr& orders = state.rsOrderBy;
     if (!HasRows(orders)) return;
@@ -106,6 +87,41 @@ void FollowInOrders(ZPGGlobalDeclarations& state, const QString& from, const QSt
         Follow(*orders, u"OrderBy", to + (ascending ? QStringLiteral(" ASC") : QStringLiteral(" DESC")), to);
     }
     orders->MoveFirst();
+}
+
+void FollowInAliases(ZPGGlobalDeclarations& state, const QString& from, const QString& to) {
+    const ado::RecordsetPtr& aliases = state.rsAlias;
+    if (!HasRows(aliases)) return;
+    for (aliases->MoveFirst(); !aliases->Eof(); aliases->MoveNext())
+        if (aliases->Text(u"FieldName") == from) aliases->SetValue(u"FieldName", to);
+    aliases->Update();
+    aliases->MoveFirst();
+}
+
+/// What a group row over `from` says once that is `to`: the expression itself, or what its aggregate is
+/// called with. The aggregate's name stays, though a short expression may occur in it.
+QString Regrouped(const QString& groupBy, const QString& from, const QString& to) {
+    if (groupBy == from) return to;
+    for (const QString& begin : {QStringLiteral("("), QStringLiteral("(DISTINCT ")})
+        if (const QString call = begin + from + u')'; groupBy.endsWith(call))
+            return groupBy.chopped(call.size()) + begin + to + u')';
+    return groupBy;
+}
+
+/// Group rows over an expression that was edited: the field follows, and so does what is made of it, its
+/// alias and its ordering.
+void FollowInGroups(ZPGGlobalDeclarations& state, const QString& from, const QString& to) {
+    const ado::RecordsetPtr& groups = state.rsGroupBy;
+    if (!HasRows(groups)) return;
+    for (groups->MoveFirst(); !groups->Eof(); groups->MoveNext()) {
+        if (groups->Text(u"FieldName") != from) continue;
+        const QString before = groups->Text(u"GroupBy");
+        const QString after = Regrouped(before, from, to);
+        if (!Follow(*groups, u"GroupBy", after, to) || before == from) continue;
+        FollowInAliases(state, before, after);
+        FollowInOrders(state, before, after);
+    }
+    groups->MoveFirst();
 }
 
 void CopyRow(const ado::Recordset& from, ado::Recordset& to) {

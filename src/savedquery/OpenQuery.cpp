@@ -71,9 +71,11 @@ void RestoreRecordsets(ZPGGlobalDeclarations& state, QueryFiles& files, const Qu
             state.*rows = rows == &ZPGGlobalDeclarations::rsWhere
                               ? RestoreCriteria(files, master.Paths[each])
                               : RestoreRows(files, master.Paths[each], state.*rows);
+            // Joins that stay from before leave the button as it stands.
+            if (rows == &ZPGGlobalDeclarations::rsJoins && HasRows(state.rsJoins))
+                state.Form->cmdResetJoins.Enabled = true;
         }
     }
-    if (HasRows(state.rsJoins)) state.Form->cmdResetJoins.Enabled = true;
     state.Form->dgrJoins.DataSource = state.rsJoins;
 }
 
@@ -84,12 +86,12 @@ QueryValues ReadValues(QueryFiles& files, const QueryMaster& master, bool& read)
         if (Companions()[each].Rows || master.Paths[each].isEmpty()) continue;
         try {
             files.Open(rows, master.Paths[each]);
-            read = true;
+            read = rows.RecordCount() > 0;
         } catch (const ado::Error&) {
             return {};
         }
     }
-    return read ? RowsToValues(rows) : QueryValues();
+    return RowsToValues(rows);
 }
 
 /// The options of SELECT, each followed by what a user's change of it runs.
@@ -157,6 +159,7 @@ OpenOutcome OpenSavedQuery(ZPGGlobalDeclarations& state, QueryFiles& files, cons
     RebuildJoinText(state);
     bool read = false;
     const QueryValues values = ReadValues(files, *master, read);
+    // A file without rows says nothing of the options.
     if (read) RestoreOptions(state, values);
     RestoreLists(state, values);
     form.TablesChanged = state.Options.gAllowTableSelection;

@@ -25,6 +25,15 @@ void ShowInList(ListState& list, const QStringList& items) {
     list.AddItems(items);
 }
 
+/// The text as it was typed. The widget's own plain text makes a common blank of one that does not break, and
+/// names of columns hold such blanks.
+QString TextOf(const QPlainTextEdit& box) {
+    QString text = box.document()->toRawText();
+    for (const QChar separator : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
+        text.replace(separator, u'\n');
+    return text;
+}
+
 }  // namespace
 
 frmCalcFields::frmCalcFields(ZPGGlobalDeclarations& run, QWidget* over)
@@ -145,7 +154,7 @@ void frmCalcFields::ConnectLists() {
 
 void frmCalcFields::ConnectTexts() {
     connect(txtCriteria, &QPlainTextEdit::textChanged, this, [this] {
-        if (!showing) Change([&] { form.Criteria = txtCriteria->toPlainText(); });
+        if (!showing) Change([&] { ExpressionTyped(form, TextOf(*txtCriteria)); });
     });
     connect(txtAlias, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (showing) return;
@@ -185,7 +194,7 @@ void frmCalcFields::Show() {
     ShowInList(functions, form.Functions);
     const auto type = static_cast<size_t>(form.FunctionType);
     if (type < std::size(optFunctionType)) optFunctionType[type]->setChecked(true);
-    if (txtCriteria->toPlainText() != form.Criteria) {
+    if (TextOf(*txtCriteria) != form.Criteria) {
         // One step for Undo, unlike setPlainText, which forgets what was typed.
         QTextCursor whole(txtCriteria->document());
         whole.select(QTextCursor::Document);

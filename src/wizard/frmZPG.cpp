@@ -282,8 +282,10 @@ void frmZPG::Private::OpenQuery() {
 bool frmZPG::Private::AskBeforeClosing() {
     const auto run = state;
     const Handler handler(this);
-    for (WizardPage* page : pages)
-        if (!page->CommitEdits()) return false;
+    // Nobody is asked any more, so a value that its cell refuses can't hold the form open either.
+    if (!run->gClosingSilently)
+        for (WizardPage* page : pages)
+            if (!page->CommitEdits()) return false;
     const CloseAnswer answer = QueryUnload(*run);
     if (!handler.FormIsThere() || answer == CloseAnswer::Stay) return false;
     if (answer == CloseAnswer::Close) return true;

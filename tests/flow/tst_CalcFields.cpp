@@ -2,6 +2,7 @@
 #include "sqlgen/SqlState.h"
 #include "sqlgen/WorkingRows.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace zephrin {
@@ -90,6 +91,36 @@ TEST(CalcFields, TextGoesInBehindABlankOrInPlaceOfTheSelection) {
         EXPECT_EQ(form.Criteria, QString::fromUtf8(row.After));
         EXPECT_EQ(form.SelStart, form.Criteria.size());
         EXPECT_FALSE(form.OkEnabled) << "there is no alias";
+    }
+}
+
+TEST(CalcFields, OkFollowsWhatIsThere) {
+    const struct {
+        const char* What;
+        const char* Expression;
+        const char* Alias;
+        bool Before;
+        std::function<void(CalcFieldForm&)> Act;
+        bool After;
+    } rows[] = {
+        {"alias typed", "1", "A", false, AliasChanged, true},
+        {"alias typed, no expression", "", "A", true, AliasChanged, false},
+        {"alias emptied", "1", "", true, AliasChanged, false},
+        {"field picked", "", "A", false, CalcFieldPicked, true},
+        {"field picked, no alias", "1", "", true, CalcFieldPicked, false},
+        {"cleared", "1", "A", true, ClearExpression, false},
+        {"typed", "", "A", false, [](CalcFieldForm& f) { ExpressionTyped(f, QStringLiteral("2")); }, true},
+        {"typed, no alias", "", "", false, [](CalcFieldForm& f) { ExpressionTyped(f, QStringLiteral("2")); },
+         false},
+        {"typed away", "1", "A", true, [](CalcFieldForm& f) { ExpressionTyped(f, QString()); }, true},
+    };
+    for (const auto& row : rows) {
+        CalcFieldForm form;
+        form.Criteria = QString::fromUtf8(row.Expression);
+        form.Alias = QString::fromUtf8(row.Alias);
+        form.OkEnabled = row.Before;
+        row.Act(form);
+        EXPECT_EQ(form.OkEnabled, row.After) << row.What;
     }
 }
 

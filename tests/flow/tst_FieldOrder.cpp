@@ -198,6 +198,40 @@ TEST(FieldOrder, GroupsAndOrdersFollowAnEditedExpression) {
     EXPECT_TRUE(run.state.EditCalcNew.isEmpty());
 }
 
+TEST(FieldOrder, OnlyWhatAnAggregateIsCalledWithFollowsAnEdit) {
+    const struct {
+        const char* Old;
+        const char* GroupBy;
+        const char* New;
+        const char* After;
+    } rows[] = {
+        {"A", "AVG(A)", "B", "AVG(B)"},
+        {"M", "SUM(DISTINCT M)", "M*2", "SUM(DISTINCT M*2)"},
+        {"D", "COUNT(DISTINCT D)", "E", "COUNT(DISTINCT E)"},
+        {"(A)", "MAX((A))", "(B)", "MAX((B))"},
+        {"A", "A", "B", "B"},
+        {"A", "AVG([A] + A)", "B", "AVG([A] + A)"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.GroupBy);
+        const QString old = QString::fromUtf8(row.Old), groupBy = QString::fromUtf8(row.GroupBy),
+                      fresh = QString::fromUtf8(row.New), after = QString::fromUtf8(row.After);
+        OrderRun run("Calc");
+        run.Add(run.state.rsGroupBy, {old, groupBy, QStringLiteral("Z"), QStringLiteral("YES")});
+        run.Add(run.state.rsAlias, {groupBy, QStringLiteral("Z"), QStringLiteral("rsGroupBy")});
+        run.Add(run.state.rsOrderBy, {groupBy, groupBy + QStringLiteral(" DESC")});
+        FieldOrderForm form = run.On(0);
+        run.state.CalcFieldCreated = true;
+        run.state.EditCalcNew = fresh;
+        EndCalcEdit(run.state, form, old);
+        EXPECT_EQ(run.Groups().last(), fresh + u'|' + after + QStringLiteral("|YES"));
+        EXPECT_EQ(run.Orders().last(), after + QStringLiteral(" DESC")) << "the ordering follows the group";
+        if (groupBy != old) {
+            EXPECT_EQ(ColumnTexts(run.state.rsAlias, QLatin1String("FieldName")).last(), after);
+        }
+    }
+}
+
 TEST(FieldOrder, ARowThatCannotHoldTheEditedExpressionStays) {
     OrderRun run("Calc");
     const auto old = QStringLiteral("[T].[A]*2"), fresh = QStringLiteral("1").repeated(7999);

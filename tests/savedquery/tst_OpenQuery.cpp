@@ -117,6 +117,29 @@ TEST(OpenQuery, WithoutItsValuesTheListsAreEmpty) {
     EXPECT_TRUE(run.state.colTables.IsEmpty());
 }
 
+TEST(OpenQuery, WhatAFileDoesNotSayStays) {
+    QueryRun run;
+    run.Choose();
+    run.state.rsJoins->DeleteAll();
+    run.Save(run.Path("Sales.zpb"));
+    ado::Recordset values;
+    values.OpenFile(run.Path("SalesrsQueryValues.dat"));
+    values.DeleteAll();
+    values.Save(run.Path("SalesrsQueryValues.dat"));
+
+    QueryRun other;
+    other.Choose();
+    other.Form().chkDistinct.Value = 1;
+    other.Form().txtTopX.Text = QStringLiteral("10");
+    other.Form().cmdResetJoins.Enabled = false;
+    EXPECT_EQ(OpenSavedQuery(other.state, other.disk, run.Path("Sales.zpb")), OpenOutcome::Opened);
+    EXPECT_EQ(other.state.rsJoins->RecordCount(), 1) << "there is no file of joins";
+    EXPECT_FALSE(other.Form().cmdResetJoins.Enabled);
+    EXPECT_EQ(other.Form().chkDistinct.Value, 1) << "the file of values has no row of options";
+    EXPECT_EQ(other.Form().txtTopX.Text, QStringLiteral("10"));
+    EXPECT_EQ(other.Form().lstZPQTableTo.Items.ListCount(), 0) << "lists are cleared all the same";
+}
+
 TEST(OpenQuery, AConnectionThatFailsIsSaidAndTheQueryOpens) {
     QString path;
     QTemporaryDir keep;

@@ -92,6 +92,23 @@ TEST_F(CalcDialogs, ListsInsertAndOkWritesTheField) {
     EXPECT_EQ(state->rsQueryResult->Value(QStringView(u"Twice")).toInt(), 42);
 }
 
+TEST_F(CalcDialogs, AnExpressionIsTakenAsItWasTyped) {
+    const QString blank = QStringLiteral("[Unit\u00a0Price]");
+    Open("cmdCalcField", [&](QDialog& dialog) {
+        TypeAlias(dialog, QStringLiteral("X"));
+        auto* box = dialog.findChild<QPlainTextEdit*>(QStringLiteral("txtCriteria"));
+        box->insertPlainText(blank);
+        QTest::keyClick(box, Qt::Key_Return);
+        QTest::keyClicks(box, QStringLiteral("*2"));
+        Press(dialog, "cmdOK");
+        EXPECT_FALSE(dialog.isVisible());
+        if (dialog.isVisible()) dialog.reject();
+    });
+    ASSERT_EQ(state->rsCalcFields->RecordCount(), 1);
+    EXPECT_EQ(state->rsCalcFields->TextAt(0, 0), blank + QStringLiteral("\n*2"))
+        << "a blank that does not break is part of a name";
+}
+
 TEST_F(CalcDialogs, EscapeIsCancelAndATakenAliasKeepsTheDialog) {
     Create(QStringLiteral("1"), QStringLiteral("One"));
     Open("cmdCalcField", [&](QDialog& dialog) {

@@ -1,6 +1,9 @@
+#include "platform/controls/DataGrid.h"
 #include "support/ScriptedPrompts.h"
 #include "wizard/FormTest.h"
 
+#include <QLineEdit>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -43,6 +46,20 @@ TEST_F(SavedQueryButtons, AnUnreadableFileClosesTheWizard) {
     EXPECT_FALSE(form->isVisible());
     ASSERT_EQ(unloads.size(), 1);
     EXPECT_TRUE(unloads[0].startsWith(QStringLiteral("Query ") + Path("missing.zpb")));
+}
+
+TEST_F(SavedQueryButtons, AnUnreadableFileClosesTheWizardOverAnEditorToo) {
+    Click("cmdEditWhere");
+    auto* grid = Find<controls::DataGrid>("dgrSQL");
+    grid->SetCurrentCell(0, 0);
+    QTest::keyClick(grid->Pane(0), Qt::Key_F2);
+    auto* editor = grid->Pane(0)->viewport()->findChild<QLineEdit*>();
+    ASSERT_TRUE(editor);
+    editor->setText(QString(600, u'7'));
+    prompts->Paths = {Path("missing.zpb")};
+    Find<QAbstractButton>("cmdOpenQuery")->click();
+    EXPECT_EQ(unloads.size(), 1);
+    EXPECT_EQ(prompts->Boxes.size(), 1);
 }
 
 TEST_F(SavedQueryButtons, ASaveThatFailsKeepsTheWizardOpen) {
