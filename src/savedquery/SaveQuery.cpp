@@ -61,10 +61,12 @@ std::vector<FamilyFile> MakeFamily(ZPGGlobalDeclarations& state, const QString& 
     return family;
 }
 
-QString SavedText(const QStringList& leftOut) {
-    return leftOut.isEmpty() ? QStringLiteral("Query saved ..")
-                             : QStringLiteral("Query saved, too long to be saved: %1 ..")
-                                   .arg(leftOut.join(QStringLiteral(", ")));
+/// Names the file, which need not be called as it was typed.
+QString SavedText(const QString& master, const QStringList& leftOut) {
+    const QString saved = QStringLiteral("Query saved as ") + QDir::toNativeSeparators(master);
+    if (leftOut.isEmpty()) return saved + QStringLiteral(" ..");
+    return saved + QStringLiteral(", too long to be saved: ") + leftOut.join(QStringLiteral(", ")) +
+           QStringLiteral(" ..");
 }
 
 }  // namespace
@@ -89,7 +91,7 @@ SaveOutcome SaveQuery(ZPGGlobalDeclarations& state, QueryFiles& files) {
         SetStatusText(state, QStringLiteral("The query was not saved: %1 ..").arg(error.Description()));
         return SaveOutcome::Failed;
     }
-    SetStatusText(state, SavedText(leftOut));
+    SetStatusText(state, SavedText(MasterPath(base), leftOut));
     state.Bridge().PassSavedQueryName(name);
     return SaveOutcome::Saved;
 }

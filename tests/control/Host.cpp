@@ -44,6 +44,15 @@ void Host::Listen() {
     });
     QObject::connect(control, &Zephrin::ZPBAlreadyLoaded, control,
                      [this] { Note(QStringLiteral("ZPBAlreadyLoaded")); });
+    QObject::connect(control, &Zephrin::QuerySaved, control,
+                     [this](QString& name) { Note(QStringLiteral("QuerySaved"), name); });
+    QObject::connect(control, &Zephrin::QueryDeleted, control,
+                     [this](QString& name) { Note(QStringLiteral("QueryDeleted"), name); });
+    QObject::connect(control, &Zephrin::UserCreatedView, control, [this](QString& name, QString& action) {
+        Note(QStringLiteral("UserCreatedView"), name + u' ' + action);
+    });
+    QObject::connect(control, &Zephrin::ExportToExcel, control,
+                     [this] { Note(QStringLiteral("ExportToExcel")); });
     QObject::connect(control, &Zephrin::PropertyChanged, control,
                      [this](const QString& name) { Note(QStringLiteral("PropertyChanged"), name); });
 }

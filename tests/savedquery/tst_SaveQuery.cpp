@@ -78,6 +78,9 @@ TEST(SaveQuery, TheLastFourCharactersAlwaysGo) {
         EXPECT_EQ(run.Save(row.Typed[0] ? run.Path(row.Typed) : QString()), row.Outcome) << row.Typed;
         EXPECT_EQ(run.Files().contains(QString::fromUtf8(row.Master ? row.Master : "-")),
                   row.Master != nullptr);
+        EXPECT_EQ(run.Form().StatusText.contains(run.Path(row.Master ? row.Master : "-")),
+                  row.Master != nullptr)
+            << "the user hears of the name that the file got";
         if (!row.Master) {
             EXPECT_TRUE(run.Files().isEmpty() && run.heard.isEmpty()) << row.Typed;
         }
