@@ -21,9 +21,8 @@ namespace demo {
 
 namespace {
 
-QString SampleConnection(const QString& dialectName) {
-    return QStringLiteral("Provider=SQLite;Dialect=%1;Data Source=%2")
-        .arg(dialectName, QStringLiteral(ZEPHRIN_SHOP_DB));
+QString SampleConnection(const QString& dialectName, const QString& database) {
+    return QStringLiteral("Provider=SQLite;Dialect=%1;Data Source=%2").arg(dialectName, database);
 }
 
 template <typename Receiver, typename Slot>
@@ -101,11 +100,11 @@ QWidget* DemoWindow::MakeConnectionBox() {
     dialect->setObjectName(QStringLiteral("dialect"));
     dialect->addItems({QStringLiteral("SQL Server"), QStringLiteral("MS Access"),
                        QStringLiteral("Microsoft Excel Driver")});
-    connection = new QLineEdit(SampleConnection(dialect->currentText()));
+    connection = new QLineEdit(SampleConnection(dialect->currentText(), samples.Database));
     connection->setObjectName(QStringLiteral("connectionString"));
     connection->setCursorPosition(0);
     connect(dialect, &QComboBox::currentTextChanged, this, [this](const QString& name) {
-        connection->setText(SampleConnection(name));
+        connection->setText(SampleConnection(name, samples.Database));
         connection->setCursorPosition(0);
     });
     maxRecords = new QSpinBox;
@@ -149,8 +148,8 @@ QWidget* DemoWindow::MakeQueryBox() {
     query->setAccessibleName(tr("Saved query"));
     query->setToolTip(tr("With a query the connection comes from its file (QueryName of ZPBMakeConnection)"));
     query->addItem(tr("none"));
-    const QDir samples(QStringLiteral(ZEPHRIN_SAMPLE_QUERIES));
-    for (const QFileInfo& file : samples.entryInfoList({QStringLiteral("*.zpb")}, QDir::Files))
+    const QDir saved(samples.Queries);
+    for (const QFileInfo& file : saved.entryInfoList({QStringLiteral("*.zpb")}, QDir::Files))
         query->addItem(file.completeBaseName(), file.filePath());
     auto* layout = new QHBoxLayout(box);
     layout->addWidget(query, 1);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EventLog.h"
+#include "SampleData.h"
 
 #include <zephrin/Zephrin.h>
 
@@ -34,6 +35,7 @@ class DemoWindow : public QWidget {
     void ChooseQuery();
     void ShowTables();
 
+    const SampleData samples = FindSampleData();
     zephrin::Zephrin* control;
     EventLog* log;
     QComboBox* dialect = nullptr;

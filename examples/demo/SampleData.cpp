@@ -1,0 +1,72 @@
+#include "SampleData.h"
+
+#include <zephrin/ado/Error.h>
+#include <zephrin/ado/Recordset.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace demo {
+
+namespace {
+
+const QString databaseName = QStringLiteral("shop.db");
+const QString queriesName = QStringLiteral("queries");
+
+bool CopyMissing(const QString& from, const QString& to) {
+    return QFile::exists(to) ||
+           (QFile::copy(from, to) && QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner));
+}
+
+/// A saved query names its companions and its database by their full paths: these become the ones of the
+/// copy.
+void CopyMaster(const QString& from, const QDir& folder, const QString& database) {
+    zephrin::ado::Recordset master;
+    master.OpenFile(from);
+    for (int field = 0; field < master.FieldCount(); ++field) {
+        const QString text = master.Text(field);
+        if (text.endsWith(QLatin1StringView(".dat")))
+            master.SetValue(field, folder.filePath(QFileInfo(text).fileName()));
+    }
+    const QString connection = master.Text(u"ConnectionString");
+    master.SetValue(u"ConnectionString", connection.section(u'=', 0, -2) + u'=' + database);
+    master.Update();
+    master.Save(folder.filePath(QFileInfo(from).fileName()), zephrin::ado::Recordset::FileAccess::OwnerOnly);
+}
+
+/// The master of a query comes last, so that there is none without its companions.
+void CopyQueries(const QDir& from, const QDir& to, const QString& database) {
+    for (const QFileInfo& file : from.entryInfoList({QStringLiteral("*.dat")}, QDir::Files))
+        CopyMissing(file.filePath(), to.filePath(file.fileName()));
+    for (const QFileInfo& file : from.entryInfoList({QStringLiteral("*.zpb")}, QDir::Files))
+        if (!to.exists(file.fileName())) CopyMaster(file.filePath(), to, database);
+}
+
+/// Without a place to write, the installed database can still be read.
+SampleData CopyFor(const QDir& user, const QDir& installed) {
+    SampleData data{user.filePath(databaseName), user.filePath(queriesName)};
+    if (!user.mkpath(queriesName) || !CopyMissing(installed.filePath(databaseName), data.Database))
+        return {installed.filePath(databaseName), {}};
+    try {
+        CopyQueries(installed.filePath(queriesName), data.Queries, data.Database);
+    } catch (const zephrin::ado::Error& error) {
+        qWarning("The sample queries are not complete: %s", error.what());
+    }
+    return data;
+}
+
+}  // namespace
+
+SampleData FindSampleData() {
+    const QDir program(QCoreApplication::applicationDirPath());
+    const QDir installed(program.filePath(QStringLiteral("../share/zephrin-demo")));
+    if (installed.exists(databaseName))
+        return CopyFor(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)), installed);
+    return {QDir::cleanPath(program.filePath(QStringLiteral("../shop/") + databaseName)),
+            QDir::cleanPath(program.filePath(QStringLiteral("../") + queriesName))};
+}
+
+}  // namespace demo

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+namespace demo {
+
+/// The shop to query, and a folder of saved queries on it.
+struct SampleData {
+    QString Database;
+    QString Queries;
+};
+
+/// Finds them from where the program lies. In a build they are those of the build. Of an installed program,
+/// whose own nobody may write, each user gets a copy, made at the first start: views and queries can be
+/// stored there.
+SampleData FindSampleData();
+
+}  // namespace demo
