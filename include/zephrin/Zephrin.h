@@ -15,6 +15,7 @@
 namespace zephrin {
 
 class Prompts;
+class PropertyBag;
 
 /// The query builder as a control: a host puts it on a form, connects it to a database, shows the wizard to
 /// its user and hears what happened.
@@ -111,6 +112,16 @@ class ZEPHRIN_EXPORT Zephrin : public QWidget {
 
     /// Puts the host's own boxes and dialogs in the place of the default ones; null brings these back.
     void SetPrompts(std::shared_ptr<Prompts> prompts);
+
+    // --- Where the properties are kept ---
+
+    /// Gives every property the value that it has on a new control.
+    void InitProperties();
+    /// Takes every property out of the bag, with the value of a new control for what is not there. It does so
+    /// past the rules of the single properties: what was stored comes back, and nothing is reported.
+    void ReadProperties(const PropertyBag& bag);
+    /// Writes every property into the bag.
+    void WriteProperties(PropertyBag& bag) const;
 
     // --- Properties ---
 

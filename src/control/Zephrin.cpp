@@ -1,3 +1,4 @@
+#include "control/Persistence.h"
 #include "control/ZephrinPrivate.h"
 #include "resources/Icons.h"
 
@@ -112,6 +113,21 @@ void Zephrin::ZPBExcel97ConnectionDetails(const QString& driver, const QString& 
 
 void Zephrin::SetPrompts(std::shared_ptr<Prompts> prompts) {
     d->state->UserPrompts = prompts ? std::move(prompts) : d->DefaultUserPrompts();
+}
+
+void Zephrin::InitProperties() {
+    d->properties = d->Defaults();
+}
+
+void Zephrin::ReadProperties(const PropertyBag& bag) {
+    d->properties = ReadControlProperties(bag, d->Defaults());
+    // The options of an open wizard stay what they were when it was shown.
+    if (!d->form) d->CopyOptions();
+    CreateHostValues(*d->state);
+}
+
+void Zephrin::WriteProperties(PropertyBag& bag) const {
+    WriteControlProperties(bag, d->properties);
 }
 
 QString Zephrin::ZPBActiveConnectionString() const {

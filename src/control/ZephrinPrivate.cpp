@@ -1,6 +1,7 @@
 #include "control/ZephrinPrivate.h"
 
 #include "control/OfferedTables.h"
+#include "control/Persistence.h"
 #include "flow/Shell.h"
 #include "platform/ado/providers/AllProviders.h"
 #include "platform/dialogs/DefaultPrompts.h"
@@ -29,7 +30,14 @@ void CloseRecordset(ado::RecordsetPtr& recordset) {
 }  // namespace
 
 Zephrin::Private::Private(Zephrin& owner) : control(owner), state(MakeState()) {
-    properties.ZPBLabelFont = owner.font();
+    RegisterColourConversion();
+    properties = Defaults();
+}
+
+ControlProperties Zephrin::Private::Defaults() const {
+    ControlProperties defaults;
+    defaults.ZPBLabelFont = control.font();
+    return defaults;
 }
 
 std::optional<ConnectionErrors> Zephrin::Private::Connect(const ConnectArguments& arguments) {

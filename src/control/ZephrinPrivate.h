@@ -28,6 +28,8 @@ class Q_DECL_HIDDEN Zephrin::Private {
     /// Takes the route that the arguments call for. Nothing when no connection was attempted.
     std::optional<ConnectionErrors> Connect(const ConnectArguments& arguments);
 
+    /// What the properties of a new control are: its labels have its own font.
+    ControlProperties Defaults() const;
     std::shared_ptr<Prompts> DefaultUserPrompts() const;
     /// Hears the bridge of this control's wizard, from the first use on.
     void AttachBridge();
