@@ -1,6 +1,7 @@
 #include "platform/controls/DataGrid.h"
 
 #include "platform/controls/DataGridPrivate.h"
+#include "platform/controls/GridAccessible.h"
 
 #include <QTableView>
 
@@ -8,6 +9,7 @@ namespace zephrin::controls {
 
 DataGrid::DataGrid(QWidget* parent) : QWidget(parent), d(std::make_unique<DataGridPrivate>(*this)) {
     setFocusPolicy(Qt::StrongFocus);
+    MakeGridsAccessible();
 }
 
 DataGrid::~DataGrid() = default;
@@ -34,6 +36,16 @@ void DataGrid::SetAllowAddNew(bool allow) {
 
 void DataGrid::SetColumnButton(int column, bool show) {
     d->SetButton(column, show);
+}
+
+void DataGrid::SetButtonText(const QString& text) {
+    d->actions.SetButtonText(text);
+    d->NamePanes();
+}
+
+void DataGrid::SetHeadText(const QString& text) {
+    d->actions.SetHeadText(text);
+    d->NamePanes();
 }
 
 void DataGrid::SetColumnWidth(int column, int width) {
@@ -102,6 +114,10 @@ void DataGrid::SetNormalise(Normalise normalise) {
 
 QTableView* DataGrid::Pane(int index) const {
     return index >= 0 && index < SplitCount() ? d->panes[static_cast<std::size_t>(index)] : nullptr;
+}
+
+QList<QAction*> DataGrid::CellActions() {
+    return d->actions.Now();
 }
 
 void DataGrid::SetEmptyText(const QString& text) {

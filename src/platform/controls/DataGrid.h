@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+class QAction;
 class QTableView;
 
 namespace zephrin::controls {
@@ -20,8 +21,9 @@ class DataGridPrivate;
 /// the cursor by itself.
 ///
 /// F2 or a double-click opens a cell (for selecting a part of its text where it may not be changed), F4 or
-/// Alt+Down presses its button, Ctrl+C copies the selected cells whole. In a query's result a Null shows as
-/// "Null".
+/// Alt+Down presses its button, Ctrl+Enter is a click on the head of its column, Alt+Shift with an arrow
+/// makes the column wider or narrower, Ctrl+C copies the selected cells whole. The context menu offers all of
+/// it, and a screen reader finds it as actions of the grid. In a query's result a Null shows as "Null".
 ///
 /// Splits are panes of the same rows side by side, each with columns scrolled on its own, rows scrolled
 /// together. There is always one. The grid keeps its recordset alive.
@@ -43,6 +45,10 @@ class DataGrid : public QWidget {
     void SetAllowAddNew(bool allow);
     /// Shows a button in each cell of `column` while its row is the current one; -1 means every column.
     void SetColumnButton(int column, bool show);
+    /// What the button of a cell does, and what a click on a head does, in words for the context menu and for
+    /// screen readers. Heads without such words take no click by key.
+    void SetButtonText(const QString& text);
+    void SetHeadText(const QString& text);
     /// Pixels at 100 %. A width that the user gave since a call with the same value stays.
     void SetColumnWidth(int column, int width);
     /// Emphasises the head of one column, e.g. the one to sort by; -1 for none. The rows stay as they are.
@@ -75,6 +81,10 @@ class DataGrid : public QWidget {
     /// The view of a pane, from 0, for styling and for tests; null when there are fewer. Its object name is
     /// the grid's with "_pane_" and the index behind it.
     QTableView* Pane(int index) const;
+
+    /// What can be done with the current cell by key, as actions with caption, key and whether it may be done
+    /// now; the context menu and screen readers offer these. They belong to the grid.
+    QList<QAction*> CellActions();
 
     /// What stands in the middle while there is no recordset or no row.
     void SetEmptyText(const QString& text);

@@ -1,13 +1,13 @@
 #include "platform/controls/DataGridPrivate.h"
 
 #include "platform/controls/CellEditor.h"
+#include "platform/controls/Splitter.h"
 
 #include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -15,7 +15,8 @@
 namespace zephrin::controls {
 
 DataGridPrivate::DataGridPrivate(DataGrid& grid) : q(grid), selection(&model) {
-    splitter = new QSplitter(Qt::Horizontal, &q);
+    splitter = new Splitter(Qt::Horizontal, &q);
+    splitter->SetHandleName(DataGrid::tr("Width of the panes"));
     splitter->setChildrenCollapsible(false);
     auto* layout = new QVBoxLayout(&q);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -110,14 +111,20 @@ void DataGridPrivate::ArrangePanes() {
     }
     splitter->setSizes(QList<int>(static_cast<qsizetype>(panes.size()), std::max(splitter->width(), 1)));
     q.setFocusProxy(panes.front());
+    for (std::size_t at = 1; at < panes.size(); ++at) {
+        QWidget* handle = splitter->handle(static_cast<int>(at));
+        QWidget::setTabOrder(panes[at - 1], handle);
+        QWidget::setTabOrder(handle, panes[at]);
+    }
     NamePanes();
 }
 
 void DataGridPrivate::NamePanes() {
+    const QString description = (q.accessibleDescription() + u' ' + actions.KeysInWords()).trimmed();
     for (std::size_t at = 0; at < panes.size(); ++at) {
         panes[at]->setObjectName(q.objectName() + QStringLiteral("_pane_%1").arg(at));
         panes[at]->setAccessibleName(q.accessibleName());
-        panes[at]->setAccessibleDescription(q.accessibleDescription());
+        panes[at]->setAccessibleDescription(description);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/DataGrid.h"
+#include "platform/controls/GridActions.h"
 #include "platform/controls/GridPane.h"
 #include "platform/controls/RecordsetModel.h"
 
@@ -14,9 +15,10 @@
 #include <vector>
 
 class QLabel;
-class QSplitter;
 
 namespace zephrin::controls {
+
+class Splitter;
 
 /// The inside of a DataGrid: one model and one selection, shown by every pane.
 class DataGridPrivate : public QObject, public PaneOwner {
@@ -44,12 +46,20 @@ class DataGridPrivate : public QObject, public PaneOwner {
     std::vector<GridPane*> panes;
     DataGrid::Normalise normalise;
 
+    GridActions actions{*this};
+
+    bool HasButton(int column) const override;
+    void PressButton(int column) override;
+    /// The pane in use.
+    GridPane& ActivePane() const { return active ? *active : *panes.front(); }
+    /// Tells each pane the name and the description that the grid has.
+    void NamePanes();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
     bool CommitByUser(CellEditor& editor) override;
-    bool HasButton(int column) const override;
-    void PressButton(int column) override;
+    QList<QAction*> CellActions() override { return actions.Now(); }
     void Activate(GridPane* pane) override { active = pane; }
     bool IsActive(const GridPane* pane) const override {
         return active == pane || (!active && pane == panes.front());
@@ -58,7 +68,6 @@ class DataGridPrivate : public QObject, public PaneOwner {
 
     void Connect(GridPane* pane);
     void ArrangePanes();
-    void NamePanes();
     void RememberWidths();
     void ApplyWidths();
     void ApplyWidths(std::size_t pane);
@@ -75,7 +84,7 @@ class DataGridPrivate : public QObject, public PaneOwner {
     void ReportRefusal(const QPointer<CellEditor>& editor, const QString& text);
     CellEditor* OpenEditor() const;
 
-    QSplitter* splitter = nullptr;
+    Splitter* splitter = nullptr;
     QLabel* emptyLabel = nullptr;
     QPointer<GridPane> active;
     std::set<int> buttonColumns;

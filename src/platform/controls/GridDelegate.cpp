@@ -1,5 +1,6 @@
 #include "platform/controls/GridDelegate.h"
 
+#include "platform/controls/Bidi.h"
 #include "platform/controls/CellEditor.h"
 #include "platform/controls/RecordsetModel.h"
 
@@ -43,6 +44,7 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     if (option->rect.isValid())
         option->text.truncate(VisibleChars(option->rect.width(), option->fontMetrics));
     option->text = OneLine(option->text);
+    if (option->direction == Qt::RightToLeft) option->text = Isolated(option->text);
     if (!index.data(RecordsetModel::NullRole).toBool()) return;
     option->text = QStringLiteral("Null");
     option->features |= QStyleOptionViewItem::HasDisplay;

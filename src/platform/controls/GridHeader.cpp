@@ -1,8 +1,10 @@
 #include "platform/controls/GridHeader.h"
 
+#include "platform/controls/Bidi.h"
 #include "platform/controls/RecordsetModel.h"
 
 #include <QPainter>
+#include <QStyleOptionHeader>
 
 namespace zephrin::controls {
 
@@ -11,6 +13,11 @@ GridHeader::GridHeader(const RecordsetModel& model, QWidget* parent)
     setSectionsClickable(true);
     setHighlightSections(false);
     setTextElideMode(Qt::ElideRight);
+}
+
+void GridHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int section) const {
+    QHeaderView::initStyleOptionForIndex(option, section);
+    if (option->direction == Qt::RightToLeft) option->text = Isolated(option->text);
 }
 
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {

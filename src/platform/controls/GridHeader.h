@@ -13,6 +13,7 @@ class GridHeader : public QHeaderView {
     GridHeader(const RecordsetModel& records, QWidget* parent);
 
  protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override;
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
 
  private:

@@ -1,14 +1,14 @@
 #include "platform/controls/GridPane.h"
 
 #include "platform/controls/CellEditor.h"
-#include "platform/controls/GridCopy.h"
 #include "platform/controls/GridHeader.h"
 #include "platform/controls/RecordsetModel.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
+#include <QAction>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QScrollBar>
 
 namespace zephrin::controls {
@@ -18,9 +18,13 @@ namespace {
 constexpr int sampledRows = 30;
 constexpr int sampledChars = 60;
 
-bool IsButtonKey(const QKeyEvent& event) {
-    if (event.key() == Qt::Key_F4) return event.modifiers() == Qt::NoModifier;
-    return event.key() == Qt::Key_Down && event.modifiers().testFlag(Qt::AltModifier);
+/// The action whose key was pressed, if it may be done now.
+QAction* ActionOf(const QKeyEvent& event, const QList<QAction*>& actions) {
+    const QKeySequence pressed(
+        QKeyCombination(event.modifiers() & ~Qt::KeypadModifier, Qt::Key(event.key())));
+    for (QAction* action : actions)
+        if (action->isEnabled() && action->shortcuts().contains(pressed)) return action;
+    return nullptr;
 }
 
 }  // namespace
@@ -136,17 +140,28 @@ void GridPane::focusInEvent(QFocusEvent* event) {
 }
 
 void GridPane::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Copy)) {
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        QGuiApplication::clipboard()->setText(CopyText(records, *selectionModel()));
-        QGuiApplication::restoreOverrideCursor();
+    owner.Activate(this);
+    if (QAction* action = ActionOf(*event, owner.CellActions())) {
         event->accept();
-    } else if (IsButtonKey(*event) && currentIndex().isValid() && owner.HasButton(currentIndex().column())) {
-        event->accept();
-        owner.PressButton(currentIndex().column());
+        // Nothing may follow: what it does may end this grid.
+        action->trigger();
     } else {
         QTableView::keyPressEvent(event);
     }
+}
+
+void GridPane::contextMenuEvent(QContextMenuEvent* event) {
+    owner.Activate(this);
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex cell = byKey ? currentIndex() : indexAt(viewport()->mapFromGlobal(event->globalPos()));
+    if (!cell.isValid()) return;
+    if (!selectionModel()->isSelected(cell))
+        selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect);
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("cellMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(owner.CellActions());
+    menu->popup(byKey ? viewport()->mapToGlobal(visualRect(cell).center()) : event->globalPos());
 }
 
 void GridPane::mousePressEvent(QMouseEvent* event) {

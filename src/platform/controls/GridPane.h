@@ -5,6 +5,8 @@
 #include <QPersistentModelIndex>
 #include <QTableView>
 
+class QAction;
+
 namespace zephrin::controls {
 
 class CellEditor;
@@ -19,6 +21,8 @@ class PaneOwner {
     virtual bool CommitByUser(CellEditor& editor) = 0;
     virtual bool HasButton(int column) const = 0;
     virtual void PressButton(int column) = 0;
+    /// What the keys and the context menu offer for the current cell.
+    virtual QList<QAction*> CellActions() = 0;
     /// The user turned to this pane; it is the one that scrolls sideways to the current cell.
     virtual void Activate(GridPane* pane) = 0;
     virtual bool IsActive(const GridPane* pane) const = 0;
@@ -51,6 +55,7 @@ class GridPane : public QTableView, private CellButtons {
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
