@@ -3,9 +3,11 @@
 #include "platform/ado/Connection.h"
 #include "platform/dialogs/DataLinkPages.h"
 #include "platform/dialogs/DataLinkText.h"
+#include "platform/dialogs/WrapLabel.h"
 
 #include <zephrin/ado/Recordset.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
@@ -48,10 +50,11 @@ DataLinkDialog::DataLinkDialog(const QString& present, ado::ProviderSet itsProvi
     : QDialog(parent),
       providers(std::move(itsProviders)),
       tabs(new QTabWidget(this)),
-      preview(new QLineEdit(this)),
-      outcomeIcon(new QLabel(this)),
-      outcome(new QLabel(this)),
-      test(new QPushButton(tr("&Test Connection"), this)),
+      // The Tab key visits them in the order in which they are made, after the pages.
+      preview(nullptr),
+      outcomeIcon(nullptr),
+      outcome(nullptr),
+      test(nullptr),
       ok(nullptr) {
     setObjectName(QStringLiteral("DataLinkDialog"));
     setWindowTitle(tr("Database Connection"));
@@ -74,6 +77,8 @@ void DataLinkDialog::BuildPages() {
     const ado::InstalledSources installed = InstalledOf(providers);
     tabs->setObjectName(QStringLiteral("tabPages"));
     tabs->setAccessibleName(tr("Ways to connect"));
+    // Heads behind scroll buttons are overlooked; the window is as wide as all of them.
+    tabs->setUsesScrollButtons(false);
     const auto add = [this](datalink::Page* page, const char* name, const QString& caption) {
         page->setObjectName(QLatin1StringView(name));
         pages.append(page);
@@ -86,14 +91,15 @@ void DataLinkDialog::BuildPages() {
 }
 
 QLayout* DataLinkDialog::BuildPreview() {
+    preview = new QLineEdit(this);
+    outcomeIcon = new QLabel(this);
+    outcome = new WrapLabel(QString(), this);
     preview->setObjectName(QStringLiteral("txtPreview"));
     preview->setReadOnly(true);
     preview->setToolTip(tr("The string that is returned. Passwords are shown as dots."));
     auto* label = new QLabel(tr("&Connection string:"), this);
     label->setBuddy(preview);
     outcome->setObjectName(QStringLiteral("lblOutcome"));
-    outcome->setTextFormat(Qt::PlainText);
-    outcome->setWordWrap(true);
     outcome->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     outcome->setMinimumHeight(outcome->fontMetrics().lineSpacing() * 3);
     outcome->setAlignment(Qt::AlignLeft | Qt::AlignTop);
@@ -109,6 +115,7 @@ QLayout* DataLinkDialog::BuildPreview() {
 }
 
 QLayout* DataLinkDialog::BuildButtons() {
+    test = new QPushButton(tr("&Test Connection"), this);
     test->setObjectName(QStringLiteral("cmdTest"));
     test->setAutoDefault(false);
     connect(test, &QPushButton::clicked, this, &DataLinkDialog::TestConnection);
@@ -155,6 +162,7 @@ void DataLinkDialog::Refresh() {
     ok->setEnabled(!text.isEmpty());
     // An answer holds for the string that was tested, and for no other.
     outcome->clear();
+    outcome->setAccessibleName(tr("Outcome of the test"));
     outcomeIcon->clear();
 }
 
@@ -188,6 +196,9 @@ void DataLinkDialog::ShowOutcome(const QString& text, bool failed) {
     outcomeIcon->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(size));
     outcome->setText(text);
     outcome->setAccessibleName(text);
+    // Who doesn't see it hears it.
+    QAccessibleEvent alert(outcome, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 QString PromptNewConnection(QWidget* parent, const QString& present, const ado::ProviderSet& providers) {

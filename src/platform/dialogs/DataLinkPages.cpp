@@ -1,6 +1,7 @@
 #include "platform/dialogs/DataLinkPages.h"
 
 #include "platform/dialogs/DataLinkText.h"
+#include "platform/dialogs/WrapLabel.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -89,10 +90,7 @@ QFormLayout* Form(Page* page) {
 
 /// A line of explanation that takes the width that the page has.
 QLabel* Hint(const QString& text, Page* page) {
-    auto* label = new QLabel(text, page);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
+    return new WrapLabel(text, page);
 }
 
 }  // namespace
@@ -111,6 +109,8 @@ FilePage::FilePage(QWidget* parent)
     connect(browse, &QPushButton::clicked, this, &FilePage::Browse);
     connect(path, &QLineEdit::textChanged, this, &FilePage::FollowSuffix);
     path->setClearButtonEnabled(true);
+    setTabOrder(path, browse);
+    setTabOrder(browse, dialect);
     auto* row = new QHBoxLayout;
     row->addWidget(path);
     row->addWidget(browse);
