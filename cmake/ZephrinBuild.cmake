@@ -77,4 +77,6 @@ function(zephrin_test name)
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
         PROPERTIES TIMEOUT 120 ENVIRONMENT "${environment}")
+    # For a folder that runs its program in further ways.
+    set(zephrin_test_environment "${environment}" PARENT_SCOPE)
 endfunction()

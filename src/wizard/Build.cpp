@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 
 namespace zephrin {
 
@@ -19,12 +20,16 @@ void SetTag(QWidget* widget, int tag) {
 
 QLabel* MakeLabel(const QString& name, int tag, QWidget* buddy) {
     auto* label = new QLabel;
-    label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    NameLabel(label, name, tag, buddy);
+    return label;
+}
+
+void NameLabel(QLabel* label, const QString& name, int tag, QWidget* buddy) {
+    label->setObjectName(name);
     if (buddy) label->setBuddy(buddy);
     SetTag(label, tag);
-    return label;
 }
 
 QGroupBox* MakeFrame(const QString& name, int tag) {
@@ -49,6 +54,19 @@ QPushButton* MakeIconButton(const QString& name, const QString& icon, const QStr
     button->setAccessibleName(accessibleName);
     SetDesignToolTip(button, accessibleName);
     return button;
+}
+
+void MakeOneStop(const QList<QRadioButton*>& options) {
+    const auto stopAt = [options](const QRadioButton* chosen) {
+        for (QRadioButton* each : options)
+            each->setFocusPolicy(each == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    for (QRadioButton* option : options) {
+        if (option->isChecked()) stopAt(option);
+        QObject::connect(option, &QRadioButton::toggled, option, [stopAt, option](bool chosen) {
+            if (chosen) stopAt(option);
+        });
+    }
 }
 
 }  // namespace zephrin

@@ -2,6 +2,8 @@
 
 #include "platform/controls/ColouredText.h"
 #include "platform/controls/DataGrid.h"
+#include "platform/controls/Splitter.h"
+#include "platform/dialogs/WrapLabel.h"
 #include "wizard/Build.h"
 #include "wizard/BuildTabPage.h"
 #include "wizard/ComboBox.h"
@@ -12,9 +14,11 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 namespace zephrin {
@@ -31,15 +35,27 @@ std::array<QRadioButton*, N> MakeOptionButtons(const QString& name, const std::a
         buttons[i]->setObjectName(QStringLiteral("%1_%2").arg(name).arg(i));
         group->addButton(buttons[i], static_cast<int>(i));
     }
+    MakeOneStop(QList<QRadioButton*>(buttons.begin(), buttons.end()));
     return buttons;
 }
 
 /// The frame whose caption is the sentence under construction: however long a value is, the caption does not
-/// widen the form.
+/// widen the form. Where it is cut, it shows whole as a tool tip.
 class SentenceFrame : public QGroupBox {
  public:
     QSize minimumSizeHint() const override { return QWidget::minimumSizeHint(); }
     QSize sizeHint() const override { return QWidget::sizeHint(); }
+
+ protected:
+    bool event(QEvent* event) override {
+        if (event->type() != QEvent::ToolTip) return QGroupBox::event(event);
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const bool onTitle = help->pos().y() < contentsRect().top();
+        if (!onTitle || fontMetrics().horizontalAdvance(title()) < width()) return QGroupBox::event(event);
+        QToolTip::showText(help->globalPos(),
+                           PlainToolTip(title().replace(QStringLiteral("&&"), QStringLiteral("&"))), this);
+        return true;
+    }
 };
 
 QVBoxLayout* PlainColumn(QWidget* parent) {
@@ -160,8 +176,8 @@ QWidget* BuildTabPage::MakeRight() {
     dgrSQL = new controls::DataGrid;
     dgrSQL->setObjectName(QStringLiteral("dgrSQL"));
     dgrSQL->setAccessibleName(ResString(Host().State(), 246));
-    lblSQLLabel[0] = MakeLabel(QStringLiteral("lblSQLLabel_0"), 0, dgrSQL);
-    lblSQLLabel[0]->setWordWrap(true);
+    lblSQLLabel[0] = new WrapLabel;
+    NameLabel(lblSQLLabel[0], QStringLiteral("lblSQLLabel_0"), 0, dgrSQL);
     lblSQLLabel[1] = MakeLabel(QStringLiteral("lblSQLLabel_1"), 120, txtSQL);
     layout->addWidget(lblSQLLabel[1]);
     layout->addWidget(txtSQL, 1);
@@ -249,6 +265,7 @@ void BuildTabPage::SetVisitOrder() {
                         cmdEditOrder,
                         cmdEditCalcField,
                         cmdCalcField,
+                        halves->handle(1),
                         chkDistinct,
                         txtTopX,
                         chkPercent,

@@ -5,8 +5,10 @@
 #include "flow/CriteriaGrid.h"
 #include "output/CreateView.h"
 #include "output/RunQuery.h"
+#include "platform/controls/Bidi.h"
 #include "platform/controls/ColouredText.h"
 #include "platform/controls/DataGrid.h"
+#include "platform/controls/Splitter.h"
 #include "wizard/ComboBox.h"
 #include "wizard/ListBox.h"
 #include "wizard/Look.h"
@@ -23,7 +25,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace zephrin {
@@ -37,11 +38,13 @@ void TellRefusal(ZPGGlobalDeclarations& state, const QString& text) {
 }  // namespace
 
 BuildTabPage::BuildTabPage(WizardHost& wizardHost) : WizardPage(wizardHost, QStringLiteral("tabBuild")) {
-    auto* halves = new QSplitter;
+    halves = new controls::Splitter(Qt::Horizontal);
+    halves->SetHandleName(tr("Width of the halves"));
     halves->setObjectName(QStringLiteral("sptBuild"));
     halves->setChildrenCollapsible(false);
     halves->addWidget(MakeSentence());
     halves->addWidget(MakeRight());
+    halves->handle(1)->setObjectName(QStringLiteral("sptBuild_handle"));
     halves->setStretchFactor(0, 1);
     halves->setStretchFactor(1, 1);
     auto* layout = new QVBoxLayout(this);
@@ -79,6 +82,7 @@ void BuildTabPage::ConnectValueBox(int box, ListState* (*items)(FormState&)) {
 }
 
 void BuildTabPage::ConnectGrid() {
+    dgrSQL->SetButtonText(tr("&Build the Criteria"));
     dgrSQL->SetAllowUpdate(true);
     dgrSQL->SetAllowAddNew(true);
     dgrSQL->SetNormalise(
@@ -174,8 +178,9 @@ void BuildTabPage::ShowState(FormState& form) {
 void BuildTabPage::ShowSentence(FormState& form) {
     ShowOptions<3>(optQuery, form.optQuery);
     ShowControl(fraBuildQuery, form.fraBuildQuery);
-    const QString caption = form.fraBuildQuery.Caption;
-    SetCaption(fraBuildQuery, caption.isEmpty() ? optQuery[form.optQuery.Selected]->text() : caption);
+    const QString sentence = form.fraBuildQuery.Caption;
+    const QString caption = sentence.isEmpty() ? optQuery[form.optQuery.Selected]->text() : sentence;
+    SetCaption(fraBuildQuery, isRightToLeft() ? controls::Isolated(caption) : caption);
     ShowList(lstSelectedFields, form.lstSelectedFields);
     ShowList(lstOperands, form.lstOperands);
     ShowCombo(cmbAvailableValues[0], form.cmbAvailableValues1);

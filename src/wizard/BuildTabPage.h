@@ -20,6 +20,7 @@ class ListBox;
 namespace controls {
 class ColouredText;
 class DataGrid;
+class Splitter;
 }  // namespace controls
 
 /// "Build Query": on the left a sentence of field, operator and values; on the right the statement, or the
@@ -53,6 +54,7 @@ class BuildTabPage : public WizardPage {
     void ShowStatement(FormState& form);
     void ShowRunButtons(FormState& form);
 
+    controls::Splitter* halves = nullptr;
     std::array<QRadioButton*, 3> optQuery{};
     QGroupBox* fraBuildQuery = nullptr;
     ListBox* lstSelectedFields = nullptr;

@@ -1,5 +1,7 @@
 #include "wizard/ComboBox.h"
 
+#include "wizard/TextDelegate.h"
+
 #include <QLineEdit>
 #include <QListView>
 #include <QMouseEvent>
@@ -15,6 +17,7 @@ ComboBox::ComboBox(const QString& name, QWidget* parent) : QComboBox(parent) {
     // A look-up may bring a hundred thousand values: nothing here measures them all.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(12);
+    setItemDelegate(new TextDelegate(this));
     if (auto* list = qobject_cast<QListView*>(view())) list->setUniformItemSizes(true);
     connect(this, &QComboBox::currentIndexChanged, this, &ComboBox::ReportIndex);
     connect(this, &QComboBox::activated, this, [this](int index) {

@@ -106,6 +106,8 @@ void JoinTabPage::AddMiddle(QGridLayout* pair) {
     question->setText(QStringLiteral("?"));
     question->setToolTip(
         tr("=  only rows that match\n>=  all rows of the left table\n<>  all rows of both tables"));
+    // The label itself is out of reach for the keyboard.
+    cmbJoinType->setWhatsThis(question->toolTip());
     auto* head = new QHBoxLayout;
     head->addWidget(MakeLabel(QStringLiteral("lblJoinType"), 112, cmbJoinType), 1);
     head->addWidget(question);
@@ -125,6 +127,7 @@ QWidget* JoinTabPage::MakeGrid() {
     dgrJoins = new controls::DataGrid;
     dgrJoins->setObjectName(QStringLiteral("dgrJoins"));
     dgrJoins->SetAllowUpdate(false);
+    dgrJoins->SetButtonText(tr("Choose the &Comparison"));
     dgrJoins->SetEmptyText(tr("Pick two tables, lock them, pick a field of each, and add the join."));
     cmdResetJoins = MakeButton(QStringLiteral("cmdResetJoins"), 114, QStringLiteral("delete"));
     auto* foot = new QHBoxLayout;

@@ -1,6 +1,7 @@
 #include "wizard/ListBox.h"
 
 #include "wizard/ShowControl.h"
+#include "wizard/TextDelegate.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -12,6 +13,7 @@ namespace zephrin {
 ListBox::ListBox(const QString& name, QWidget* parent) : QListView(parent) {
     setObjectName(name);
     setUniformItemSizes(true);
+    setItemDelegate(new TextDelegate(this));
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
     setTextElideMode(Qt::ElideMiddle);
@@ -94,6 +96,11 @@ bool ListBox::viewportEvent(QEvent* event) {
 QSize ListBox::sizeHint() const {
     const QFontMetrics metrics(font());
     return {metrics.averageCharWidth() * 28, metrics.lineSpacing() * 8};
+}
+
+QSize ListBox::minimumSizeHint() const {
+    const QFontMetrics metrics(font());
+    return {metrics.averageCharWidth() * 10, metrics.lineSpacing() * 3};
 }
 
 }  // namespace zephrin

@@ -32,6 +32,7 @@ class ListBox : public QListView {
     void focusInEvent(QFocusEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
  private:
     void FollowState();

@@ -36,6 +36,8 @@ MovePanel::MovePanel(const Names& names)
       Left(MakeIconButton(names.Buttons + QStringLiteral("Left"), Arrow(false), names.MoveLeft)),
       LeftAll(MakeIconButton(names.Buttons + QStringLiteral("LeftAll"), Arrow(false, QStringLiteral("-all")),
                              names.MoveAllLeft)) {
+    for (ListBox* list : {From, To})
+        list->setWhatsThis(QObject::tr("Enter or a double-click moves the row to the other list."));
     setObjectName(names.Frame);
     setProperty("Tag", QString::number(names.FrameTag));
 

@@ -27,6 +27,7 @@ ResultsTabPage::ResultsTabPage(WizardHost& wizardHost)
     dgrQueryResults = new controls::DataGrid;
     dgrQueryResults->setObjectName(QStringLiteral("dgrQueryResults"));
     dgrQueryResults->SetAllowUpdate(false);
+    dgrQueryResults->SetHeadText(tr("&Sort by This Column"));
     lblTruncated = MakeLabel(QStringLiteral("lblTruncated"), 0, dgrQueryResults);
     lblTruncated->hide();
 

@@ -1,6 +1,7 @@
 #include "wizard/WizardDialog.h"
 
 #include "wizard/Look.h"
+#include "wizard/TipKey.h"
 
 #include <QLabel>
 
@@ -30,6 +31,7 @@ bool WizardDialog::Run(WizardDialog* dialog) {
 void WizardDialog::FinishControls() {
     ApplyCaptions(this, state, lastDialogCaption);
     NameByLabels(this);
+    AddTipKey(this);
 }
 
 void NameByLabels(QWidget* form) {

@@ -77,8 +77,10 @@ QGroupBox* frmCalcFields::MakeFunctions() {
         options->addWidget(option);
         optFunctionType[index] = option;
     }
+    MakeOneStop(QList<QRadioButton*>(std::begin(optFunctionType), std::end(optFunctionType)));
     options->addStretch();
     static_cast<QVBoxLayout*>(frame->layout())->insertLayout(0, options);
+    for (QRadioButton* option : optFunctionType) setTabOrder(option, lstFunctions);
     return frame;
 }
 

@@ -1,10 +1,12 @@
 #include "wizard/frmCriteriaBuilder.h"
 
 #include "flow/CriteriaCell.h"
+#include "platform/controls/Bidi.h"
 #include "platform/controls/ColouredText.h"
 #include "wizard/Build.h"
 
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QPushButton>
 #include <QTextCursor>
 #include <QVBoxLayout>
@@ -79,6 +81,8 @@ frmCriteriaBuilder::frmCriteriaBuilder(ZPGGlobalDeclarations& run, QWidget* over
 
 QWidget* frmCriteriaBuilder::MakeKeys() {
     auto* pad = new QWidget;
+    // Digits stand the same way everywhere.
+    pad->setLayoutDirection(Qt::LeftToRight);
     auto* grid = new QGridLayout(pad);
     grid->setContentsMargins(0, 0, 0, 0);
     // The operators stand a little apart from the digits.
@@ -94,7 +98,8 @@ QWidget* frmCriteriaBuilder::MakeKeys() {
 QPushButton* frmCriteriaBuilder::MakeKey(const QString& name, const QString& caption,
                                          const QString& inserted) {
     QPushButton* key = MakeButton(name, 0);
-    key->setText(caption);
+    key->setText(QGuiApplication::isRightToLeft() ? controls::Isolated(caption) : caption);
+    key->setAccessibleName(caption);
     connect(key, &QPushButton::clicked, this, [this, inserted] { Insert(inserted); });
     return key;
 }

@@ -2,7 +2,6 @@
 
 #include "wizard/Build.h"
 
-#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
@@ -16,6 +15,7 @@ frmExcelDataChoice::frmExcelDataChoice(ZPGGlobalDeclarations& run, QString& chos
 
     auto* fraExcelChoice = MakeFrame(QStringLiteral("fraExcelChoice"), 158);
     auto* choices = new QVBoxLayout(fraExcelChoice);
+    QList<QRadioButton*> options;
     const QString names[] = {QStringLiteral("Pivot"), QStringLiteral("Data")};
     for (int index = 0; index < 2; ++index) {
         auto* option = new QRadioButton(u'&' + ResString(run, 156 + index));
@@ -25,18 +25,24 @@ frmExcelDataChoice::frmExcelDataChoice(ZPGGlobalDeclarations& run, QString& chos
             if (on) DataChoice = name;
         });
         choices->addWidget(option);
+        options << option;
     }
+    MakeOneStop(options);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
-    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    QPushButton* cmdOK = MakeButton(QStringLiteral("cmdOK"), 148);
+    QPushButton* cmdCancel = MakeButton(QStringLiteral("cmdCancel"), 149);
+    cmdOK->setDefault(true);
+    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(fraExcelChoice);
     layout->addStretch();
-    layout->addWidget(buttons);
+    layout->addLayout(buttons);
     setMinimumWidth(fontMetrics().averageCharWidth() * 42);
     FinishControls();
 }

@@ -93,8 +93,7 @@ QWidget* frmFieldOrder::MakeOptions() {
             MakeIconButton(QStringLiteral("cmdUpDown_%1").arg(index), icons[index], names[index]);
         moves->addWidget(cmdUpDown[index]);
     }
-    Frame1 = MakeFrame(QStringLiteral("Frame1"), 0);
-    Frame1->setTitle(tr("Options"));
+    Frame1 = MakeFrame(QStringLiteral("Frame1"), 122);
     chkOutput = new QCheckBox(ResString(State(), 232));
     chkOutput->setObjectName(QStringLiteral("chkOutput"));
     chkOutput->setToolTip(tr("Display Field in Query Results"));

@@ -1,5 +1,6 @@
 #include "wizard/frmTableJoinTypes.h"
 
+#include "platform/dialogs/WrapLabel.h"
 #include "wizard/Build.h"
 
 #include <QGridLayout>
@@ -32,6 +33,7 @@ frmTableJoinTypes::frmTableJoinTypes(ZPGGlobalDeclarations& run, QString& compar
         if (chosen == text) optJoinType[i]->setChecked(true);
         connect(optJoinType[i], &QRadioButton::clicked, this, [this, text] { chosen = text; });
     }
+    MakeOneStop(QList<QRadioButton*>(std::begin(optJoinType), std::end(optJoinType)));
 }
 
 QWidget* frmTableJoinTypes::MakeOptions() {
@@ -41,11 +43,9 @@ QWidget* frmTableJoinTypes::MakeOptions() {
         optJoinType[i] = new QRadioButton;
         optJoinType[i]->setObjectName(QStringLiteral("optJoinType_%1").arg(i));
         // The fourth type has no text among the resources.
-        QLabel* label =
-            MakeLabel(QStringLiteral("lblJoinType_%1").arg(i), i < 3 ? 152 + i : 0, optJoinType[i]);
+        auto* label = new WrapLabel;
+        NameLabel(label, QStringLiteral("lblJoinType_%1").arg(i), i < 3 ? 152 + i : 0, optJoinType[i]);
         if (i == 3) label->setText(tr("4: All records from both Tables."));
-        label->setWordWrap(true);
-        label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
         grid->addWidget(optJoinType[i], i, 0, Qt::AlignTop);
         grid->addWidget(label, i, 1);
     }

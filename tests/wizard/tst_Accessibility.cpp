@@ -1,4 +1,4 @@
-#include "wizard/FormTest.h"
+#include "wizard/EveryWindow.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -12,28 +12,29 @@
 #include <QRadioButton>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTest>
 #include <QTextEdit>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
+#include <map>
 
 using namespace zephrin;
 
 namespace {
 
-using Accessibility = test::FormTest;
+using Accessibility = test::EveryWindow;
 
-QString NameOf(QWidget* widget) {
-    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
-    return interface ? interface->text(QAccessible::Name) : QString();
-}
-
-/// What the Tab key reaches on the page, from its first control on.
-QList<QWidget*> VisitOrder(QWidget* form, QWidget* page) {
-    QList<QWidget*> order;
-    for (QWidget* widget = form->nextInFocusChain(); widget != form; widget = widget->nextInFocusChain())
-        if (page->isAncestorOf(widget) && widget->focusPolicy() & Qt::TabFocus && !widget->focusProxy())
-            order << widget;
-    return order;
+/// The names of what the Tab key reaches in a window, from its first control on.
+QString VisitOrder(const QWidget& window) {
+    QStringList order;
+    for (QWidget* widget = window.nextInFocusChain(); widget != &window;
+         widget = widget->nextInFocusChain()) {
+        const bool reached = widget->focusPolicy() & Qt::TabFocus && !widget->focusProxy();
+        if (reached && widget->isVisible() && widget->window() == &window && !widget->objectName().isEmpty())
+            order << widget->objectName();
+    }
+    return order.join(u' ');
 }
 
 TEST_F(Accessibility, EveryControlOfTheDesignIsThere) {
@@ -81,19 +82,35 @@ TEST_F(Accessibility, EveryControlOfTheDesignIsThere) {
     }
 }
 
-TEST_F(Accessibility, EveryControlHasAName) {
-    Connect();
-    Show();
-    const auto widgets = form->findChildren<QWidget*>();
-    int seen = 0;
-    for (QWidget* widget : widgets) {
-        // Parts of a control that the toolkit makes have no name of their own in the form.
-        const bool ours = !widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_");
-        if (!ours || widget->focusPolicy() == Qt::NoFocus) continue;
-        ++seen;
-        EXPECT_FALSE(NameOf(widget).isEmpty()) << qPrintable(widget->objectName());
-    }
-    EXPECT_GT(seen, 60);
+/// What is wrong with a control for who can't see it; empty when all is well.
+QString Complaint(QWidget* widget) {
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+    if (!interface) return QStringLiteral("is not there");
+    if (interface->text(QAccessible::Name).trimmed().isEmpty()) return QStringLiteral("has no name");
+    if (interface->role() == QAccessible::NoRole || interface->role() == QAccessible::Client)
+        return QStringLiteral("has no role");
+    if (!interface->state().focusable) return QStringLiteral("does not say that it takes the keyboard");
+    if (bool(interface->state().disabled) == widget->isEnabled())
+        return QStringLiteral("lies about being enabled");
+    return {};
+}
+
+TEST_F(Accessibility, EveryControlOfEveryWindowIsToldToScreenReaders) {
+    Begin();
+    QSet<QString> seen;
+    ForEach([&](QWidget& window, const QString& what) {
+        const auto widgets = window.findChildren<QWidget*>();
+        for (QWidget* widget : widgets) {
+            // Parts that the toolkit makes inside of a control are told by the control.
+            const bool part = widget->objectName().isEmpty() || widget->objectName().startsWith(u"qt_scroll");
+            if (part || widget->window() != &window || !widget->isVisible()) continue;
+            if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy()) continue;
+            seen << what + widget->objectName();
+            EXPECT_EQ(Complaint(widget), QString())
+                << qPrintable(what) << ": " << qPrintable(widget->objectName());
+        }
+    });
+    EXPECT_GT(seen.size(), 120);
 }
 
 TEST_F(Accessibility, NoTwoControlsOfATabShareAMnemonic) {
@@ -117,26 +134,88 @@ TEST_F(Accessibility, NoTwoControlsOfATabShareAMnemonic) {
     }
 }
 
-TEST_F(Accessibility, TheTabKeyGoesThroughAPageAsItIsRead) {
-    Connect();
-    Show();
-    auto* tabs = Find<QTabWidget>("TabZPG");
-    const QStringList expected[] = {
-        QStringLiteral("lstZPQTableSelection cmdZPQTableRight cmdZPQTableRightAll cmdZPQTableLeft "
-                       "cmdZPQTableLeftAll lstZPQTableTo")
-            .split(u' '),
-        QStringLiteral(
-            "cmbJoinTables_0 cmbJoinTables_1 cmdlockTables lstJoinFields_0 lstJoinFields_1 cmbJoinType "
-            "cmdAddJoin dgrJoins_pane_0 cmdResetJoins")
-            .split(u' '),
+TEST_F(Accessibility, TheTabKeyGoesThroughAWindowAsItIsRead) {
+    // T is the strip of tabs, F the foot of the form, D that of the connection dialog.
+    const std::map<std::string, std::string> table = {
+        {"frmZPG tab 0",
+         "T lstZPQTableSelection cmdZPQTableRight cmdZPQTableRightAll cmdZPQTableLeft "
+         "cmdZPQTableLeftAll lstZPQTableTo F"},
+        {"frmZPG tab 1",
+         "T cmbJoinTables_0 cmbJoinTables_1 cmdlockTables lstJoinFields_0 lstJoinFields_1 "
+         "cmbJoinType cmdAddJoin dgrJoins_pane_0 cmdResetJoins F"},
+        {"frmZPG tab 2",
+         "T lstZPQFieldFrom cmdZPQFieldRight cmdZPQFieldRightAll cmdZPQFieldLeft "
+         "cmdZPQFieldLeftAll lstZPQFieldTo F"},
+        {"frmZPG tab 3",
+         "T optQuery_0 lstSelectedFields lstOperands cmbAvailableValues1 cmbAvailableValues2 "
+         "cmdFieldValues optAndOr_0 cmdCommit cmdEditWhere cmdEditGroup cmdEditOrder "
+         "cmdEditCalcField cmdCalcField sptBuild_handle chkDistinct txtTopX chkPercent txtSQL "
+         "cmdResetSQL cmdCreateView cmdRunQuery F"},
+        {"frmZPG tab 4",
+         "T txtSQLErrors dgrQueryResults_pane_0 cmdAsc cmdDesc cmdResAddSplit "
+         "cmdResDeleteSplit cmdExcel F"},
+        {"frmZPG tab 3 with the grid",
+         "T optQuery_0 lstSelectedFields lstOperands cmbAvailableValues1 cmbAvailableValues2 "
+         "cmdFieldValues optAndOr_0 cmdCommit cmdEditWhere cmdEditGroup cmdEditOrder "
+         "cmdEditCalcField cmdCalcField sptBuild_handle dgrSQL_pane_0 cmdSplit cmdDeleteSplit "
+         "cmdSQLView cmdResetSQL cmdCreateView cmdRunQuery F"},
+        {"frmCriteriaBuilder",
+         "txtCriteria cmd7 cmd8 cmd9 cmd4 cmd5 cmd6 cmd1 cmd2 cmd3 cmd0 cmdPoint cmdApos "
+         "cmdEquals cmdNotEqual cmdGreaterThan cmdLessThan cmdGreaterThanorEqual "
+         "cmdLessThanorEqual cmdWildCard1 cmdWildCard2 cmdWildCard3 cmdLike cmdAnd cmdBetween "
+         "cmdDelete cmdCriteriaOK cmdCriteriaCancel"},
+        {"frmCalcFields",
+         "optFunctionType_1 lstFunctions lstOperators lstCalcFields txtCriteria txtAlias "
+         "chkShowField cmdClear cmdOK cmdCancel"},
+        {"frmTableJoinTypes", "optJoinType_0 cmdOK cmdCancel"},
+        {"frmExcelDataChoice", "optDataChoice_1 cmdOK cmdCancel"},
+        {"frmFieldOrder for Group",
+         "lstFields lstAlias txtAlias cmdUpDown_0 cmdUpDown_1 chkOutput cmdDelete cmdOK "
+         "cmdCancel"},
+        {"frmFieldOrder for Order", "lstFields txtAlias cmdUpDown_0 cmdUpDown_1 cmdDelete cmdOK cmdCancel"},
+        {"frmFieldOrder for Calc",
+         "lstFields lstAlias txtAlias cmdUpDown_0 cmdUpDown_1 chkOutput cmdEdit cmdDelete "
+         "cmdOK cmdCancel"},
+        {"DataLinkDialog page 0", "T txtFile cmdBrowse cmbFileDialect chkReadOnly D"},
+        {"DataLinkDialog page 1", "T cmbDataSource txtSourceUser txtSourcePassword cmbSourceDialect D"},
+        {"DataLinkDialog page 2",
+         "T cmbDriver txtServer txtPort txtDatabase chkTrusted txtUser txtPassword "
+         "cmbDriverDialect D"},
+        {"DataLinkDialog page 3", "T txtString D"},
     };
-    for (int page = 0; page < 2; ++page) {
-        QStringList names;
-        for (const QWidget* widget : VisitOrder(form.get(), tabs->widget(page)))
-            if (!widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_") &&
-                widget->objectName() != QLatin1StringView("lstJoinCompare"))
-                names << widget->objectName();
-        EXPECT_EQ(names.join(u' ').toStdString(), expected[page].join(u' ').toStdString());
+    Begin();
+    std::size_t compared = 0;
+    ForEach([&](QWidget& window, const QString& what) {
+        QString order = VisitOrder(window);
+        order.replace(QLatin1StringView("qt_tabwidget_tabbar"), QLatin1StringView("T"));
+        order.replace(QLatin1StringView("cmdOpenQuery cmdSaveQuery cmdDeleteQuery cmdExit"),
+                      QLatin1StringView("F"));
+        order.replace(QLatin1StringView("txtPreview cmdTest cmdOK cmdCancel"), QLatin1StringView("D"));
+        const auto row = table.find(what.toStdString());
+        ASSERT_NE(row, table.end()) << qPrintable(what);
+        EXPECT_EQ(order.toStdString(), row->second) << qPrintable(what);
+        ++compared;
+    });
+    EXPECT_EQ(compared, table.size());
+}
+
+TEST_F(Accessibility, AKeyShowsTheTipOfTheControl) {
+    Begin();
+    ChooseTab(3);
+    struct Row {
+        const char* Control;
+        QString Tip;
+    };
+    const Row table[] = {
+        {"cmdEditOrder", QStringLiteral("Edit Order Fields")},
+        {"cmdRunQuery", QStringLiteral("F5")},
+        {"cmdSaveQuery", QStringLiteral("Ctrl+S")},
+    };
+    for (const Row& row : table) {
+        Find(row.Control)->setFocus();
+        QTest::keyClick(form.get(), Qt::Key_F1, Qt::ShiftModifier);
+        EXPECT_EQ(QToolTip::text(), row.Tip) << row.Control;
+        QToolTip::hideText();
     }
 }
 
