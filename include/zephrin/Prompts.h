@@ -8,13 +8,13 @@ namespace zephrin {
 
 /// Style numbers of a message box; a style is a sum of one button set, one icon and one default.
 namespace BoxStyle {
-inline constexpr int OkOnly = 0;
-inline constexpr int YesNoCancel = 3;
-inline constexpr int YesNo = 4;
-inline constexpr int Critical = 16;
-inline constexpr int Question = 32;
-inline constexpr int Exclamation = 48;
-inline constexpr int Information = 64;
+inline constexpr int OkOnly = 0;       ///< Buttons: OK
+inline constexpr int YesNoCancel = 3;  ///< Buttons: Yes, No and Cancel
+inline constexpr int YesNo = 4;        ///< Buttons: Yes and No
+inline constexpr int Critical = 16;    ///< Icon of a failure
+inline constexpr int Question = 32;    ///< Icon of a question
+inline constexpr int Exclamation = 48; ///< Icon of a warning
+inline constexpr int Information = 64; ///< Icon of a remark
 /// The second button answers Enter instead of the first.
 inline constexpr int DefaultSecond = 256;
 }  // namespace BoxStyle
@@ -35,15 +35,17 @@ class ZEPHRIN_EXPORT Prompts {
     /// Asks for one line of text; a null string means that the user cancelled.
     virtual QString InputBox(const QString& prompt, const QString& title, const QString& text) = 0;
 
+    /// What a file dialog is asked with.
     struct FileChoice {
-        QString Title;
+        QString Title;        ///< caption of the dialog
         QString Filter;       ///< e.g. "zpb(*.zpb)|*.zpb": name and pattern pairs, "|" between them
         QString FileName;     ///< what the name box holds at first
-        bool MustExist = false;
-        bool OverwritePrompt = false;
+        bool MustExist = false;        ///< only a file that is there may be chosen
+        bool OverwritePrompt = false;  ///< the dialog asks before it returns a file that is there
     };
     /// The chosen path whole, or empty for Cancel. No suffix is added to what was typed.
     virtual QString ShowOpen(const FileChoice& choice) = 0;
+    /// The same for a file to be written.
     virtual QString ShowSave(const FileChoice& choice) = 0;
 
     /// Asks the user for a connection string; empty for Cancel.

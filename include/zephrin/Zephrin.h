@@ -75,6 +75,7 @@ class ZEPHRIN_EXPORT Zephrin : public QWidget {
         zephrin::clsTableCollection ZPBTableCollection READ ZPBTableCollection STORED false DESIGNABLE false)
 
  public:
+    /// Connects to nothing and shows nothing.
     explicit Zephrin(QWidget* parent = nullptr);
     ~Zephrin() override;
 
@@ -222,13 +223,16 @@ class ZEPHRIN_EXPORT Zephrin : public QWidget {
                        zephrin::ado::RecordsetPtr& QueryResults);
     /// A connection attempt ended: 0 for a success.
     void ConnectionComplete(int& ErrorNumber, QString& ErrorDescription, QString& ErrorSource);
+    /// The user saved the query; the name is the path that he chose for its file.
     void QuerySaved(QString& QueryName);
+    /// The user deleted a saved query; the name is the path that its file had.
     void QueryDeleted(QString& QueryName);
     /// The wizard was closed and everything of it released: it can be shown again from here. The text is
     /// empty unless a saved query could not be opened.
     void ZPBUnloaded(QString& QueryLoadError);
     /// ZPBMakeConnection found a wizard open and did nothing.
     void ZPBAlreadyLoaded();
+    /// The user stored the statement as a view. The action is "NewViewCreated" or "AlterView".
     void UserCreatedView(QString& ViewName, QString& Action);
     /// The Excel button was pressed; the export follows, unless it is left to the host.
     void ExportToExcel();
@@ -243,12 +247,16 @@ class ZEPHRIN_EXPORT Zephrin : public QWidget {
     void setVisible(bool visible) override;
 
  public:
+    /// Size of the footprint in a form editor.
     QSize sizeHint() const override;
 
  protected:
+    /// Keeps the footprint of a form editor as it is.
+    /// @{
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    /// @}
 
  private:
     class Private;

@@ -27,13 +27,16 @@ class ZEPHRIN_EXPORT clsTableCollection {
     Q_PROPERTY(int CountTableCollection READ CountTableCollection)
  public:
     clsTableCollection() = default;
+    /// Made by Zephrin::ZPBTableCollection; a default-made one has no tables and takes none.
     explicit clsTableCollection(const std::shared_ptr<ZPGGlobalDeclarations>& state) : run(state) {}
 
+    /// Puts the table or view of that name on offer, when the database has it; a box tells why not.
     Q_INVOKABLE void AddTable(const QString& TableName);
     /// A number, or a text that reads as one, is a position; anything else is a name.
     Q_INVOKABLE void RemoveTable(const QVariant& TableIndex);
     /// The table at that position, from 1; "" outside.
     Q_INVOKABLE QString GetTableName(int Item) const;
+    /// How many tables are on offer.
     int CountTableCollection() const;
 
  private:

@@ -10,15 +10,15 @@ namespace zephrin::ado {
 
 /// Numbers of errors that ADO users know. A provider's own errors carry the provider's numbers.
 namespace ErrorNumber {
-inline constexpr int InvalidArgument = 3001;
-inline constexpr int WriteFile = 3004;
-inline constexpr int NoCurrentRecord = 3021;
-inline constexpr int FeatureNotAvailable = 3251;
-inline constexpr int ItemNotFound = 3265;
-inline constexpr int ObjectClosed = 3704;
-inline constexpr int ObjectOpen = 3705;
-inline constexpr int ProviderNotFound = 3706;
-inline constexpr int InvalidConnection = 3709;
+inline constexpr int InvalidArgument = 3001;      ///< An argument that makes no sense
+inline constexpr int WriteFile = 3004;            ///< A file could not be written
+inline constexpr int NoCurrentRecord = 3021;      ///< The cursor stands on no row
+inline constexpr int FeatureNotAvailable = 3251;  ///< The provider can't do that
+inline constexpr int ItemNotFound = 3265;         ///< No column of that name or position
+inline constexpr int ObjectClosed = 3704;         ///< Needs an open object
+inline constexpr int ObjectOpen = 3705;           ///< Needs a closed object
+inline constexpr int ProviderNotFound = 3706;     ///< No provider takes the connection string
+inline constexpr int InvalidConnection = 3709;    ///< The connection is closed, or a file is no recordset
 /// A value that its field cannot hold: too long, or of a type that does not convert.
 inline constexpr int ValueRefused = -2147217887;
 /// A failure of a provider that brought no number of its own.
@@ -31,9 +31,11 @@ inline constexpr int TimeoutExpired = -2147217871;
 /// does not fit; moving about in a recordset never throws it.
 class ZEPHRIN_EXPORT Error : public std::exception {
  public:
+    /// `source` is who says so.
     Error(int number, QString description, QString source = QStringLiteral("ADODB"));
     ~Error() override;
 
+    /// One of ErrorNumber, or the provider's own number.
     int Number() const { return number; }
     /// What went wrong, in the provider's own words where it has any. Without a trailing line break.
     const QString& Description() const { return description; }
@@ -41,8 +43,10 @@ class ZEPHRIN_EXPORT Error : public std::exception {
     const QString& Source() const { return source; }
     /// Position in the statement that was sent, in UTF-16 units from 0, or -1 where the provider gave none.
     qsizetype Position() const { return position; }
+    /// Where in the statement it went wrong, see Position().
     void SetPosition(qsizetype at) { position = at; }
 
+    /// The description in UTF-8.
     const char* what() const noexcept override { return utf8.constData(); }
 
  private:

@@ -16,15 +16,18 @@ class RecordsetPrivate;
 
 /// What a recordset says of one of its columns.
 struct Field {
-    QString Name;
-    DataType Type = DataType::VarChar;
+    QString Name;                       ///< as the statement or the table calls it
+    DataType Type = DataType::VarChar;  ///< what its values are
     /// Characters (UTF-16 units) for texts, bytes for binary; 0 where the type has no size of its own.
     int DefinedSize = 0;
+    /// A sum of FieldAttribute bits.
     int Attributes = FieldAttributesUnspecified;
-    /// Digits in all, and behind the decimal point, for exact decimals; 0 elsewhere.
+    /// Digits in all, for exact decimals; 0 elsewhere.
     int Precision = 0;
+    /// Digits behind the decimal point, for exact decimals; 0 elsewhere.
     int NumericScale = 0;
 
+    /// True for columns of the same name and kind.
     bool operator==(const Field&) const = default;
 };
 
@@ -40,6 +43,7 @@ struct Field {
 class ZEPHRIN_EXPORT Recordset : public QObject {
     Q_OBJECT
  public:
+    /// A closed recordset without columns.
     explicit Recordset(QObject* parent = nullptr);
     ~Recordset() override;
 
@@ -48,7 +52,9 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
     /// Adds a column. Only while closed (3705 otherwise); a name that stands already is refused with 3001, and nothing
     /// is added.
     void Append(const QString& name, DataType type, int definedSize = 0, int attributes = FieldAttributesUnspecified);
+    /// The same for a column as another recordset tells it, see FieldAt().
     void Append(const Field& field);
+    /// Number of columns; they stay when the recordset is closed.
     int FieldCount() const;
     /// The column at `index`; throws 3265 when there is none.
     const Field& FieldAt(int index) const;
@@ -59,6 +65,7 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
 
     /// Row limit for the next Open on a statement; 0 means none.
     void SetMaxRecords(qint64 limit);
+    /// The limit that was set.
     qint64 MaxRecords() const;
     /// True when the last Open stopped at MaxRecords although the statement had more rows.
     bool Truncated() const;
@@ -74,7 +81,9 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
               LockType lockType = LockType::ReadOnly, int options = -1);
     /// Drops rows and keeps the columns, so that Open() can follow. 3704 when closed.
     void Close();
+    /// Open or closed.
     ObjectState State() const;
+    /// True while open.
     bool IsOpen() const { return State() == ObjectState::Open; }
     /// True while values may be written: recordsets made by hand, and clones of them.
     bool IsUpdatable() const;
@@ -98,13 +107,16 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
     void OpenFile(const QString& path);
     /// The same form in memory, for who handles files himself; `name` stands for the file in descriptions.
     QByteArray ToXml() const;
+    /// Opens with the columns and rows of `xml`, with the rules of OpenFile.
     void OpenXml(const QByteArray& xml, const QString& name);
 
     // --- Moving ------------------------------------------------------------------------------------------------
 
     /// Rows in all, 0 when closed.
     qint64 RecordCount() const;
+    /// True before the first row, and where there is none.
     bool Bof() const;
+    /// True behind the last row, and where there is none.
     bool Eof() const;
     /// Position of the current row from 1; -2 at BOF, -3 at EOF, -1 when closed or empty.
     qint64 AbsolutePosition() const;
@@ -112,22 +124,27 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
     void SetAbsolutePosition(qint64 position);
     /// Moving past an end stops behind it and never throws; on an empty or closed recordset nothing moves.
     /// A row begun with AddNew is committed by a move, as Update does.
+    /// @{
     void MoveFirst();
     void MoveLast();
     void MoveNext();
     void MovePrevious();
+    /// @}
 
     // --- The current row ---------------------------------------------------------------------------------------
 
     /// Value of the current row. 3021 when there is none, 3265 for a column that is not there, 3704 when closed.
     QVariant Value(int field) const;
+    /// The same for the first column of that name.
     QVariant Value(QStringView name) const;
     /// The same as text: Null, never written and empty all give "".
     QString Text(int field) const;
+    /// The same for the first column of that name.
     QString Text(QStringView name) const;
     /// Writes a cell of the current (or the new) row. A text longer than the column's defined size, or a value that
     /// does not convert to the column's type, is refused with ErrorNumber::ValueRefused and the cell stays as it was.
     void SetValue(int field, const QVariant& value);
+    /// The same for the first column of that name.
     void SetValue(QStringView name, const QVariant& value);
 
     /// Begins a new row behind the last and makes it the current one. It counts at once.
@@ -149,6 +166,7 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
 
     /// Value at a row of the present order, from 0. Null outside.
     QVariant ValueAt(qint64 row, int field) const;
+    /// True for a Null, a cell that was never written, and outside.
     bool IsNullAt(qint64 row, int field) const;
     /// Display text at a row of the present order: numbers with a point, dates in ISO form, at most `maxChars`
     /// characters (no more than these are decoded from a long cell); "" for Null.
@@ -163,6 +181,7 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
     /// them a name ends at its first blank. Empty restores the fetched order. Throws 3265 or 3001 and leaves the
     /// order as it was for what it can't read. The cursor goes to the first row.
     void SetSort(const QString& criterion);
+    /// The order that was set last, empty for the fetched one.
     QString Sort() const;
 
     /// Bytes that rows and order occupy, shared rows counted whole.
@@ -171,8 +190,11 @@ class ZEPHRIN_EXPORT Recordset : public QObject {
  Q_SIGNALS:
     /// Columns, order or the whole content changed.
     void Reset();
+    /// `count` rows stand where `first` is now; rows count from 0.
     void RowsInserted(qint64 first, qint64 count);
+    /// `count` rows are gone from where `first` was.
     void RowsRemoved(qint64 first, qint64 count);
+    /// Values of a row changed, in the columns from `firstField` to `lastField`.
     void CellsChanged(qint64 row, int firstField, int lastField);
     /// The cursor stands elsewhere; `row` counts from 0 and is -1 without a current row.
     void CursorMoved(qint64 row);
