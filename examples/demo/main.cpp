@@ -1,4 +1,5 @@
 #include "DemoWindow.h"
+#include "Guide.h"
 #include "Palettes.h"
 #include "Player.h"
 
@@ -35,20 +36,25 @@ int main(int argc, char** argv) {
                                       QObject::tr("Folder for pictures of the play."),
                                       QStringLiteral("folder"));
     const QCommandLineOption dark(QStringLiteral("dark"), QObject::tr("Start in dark colours."));
-    arguments.addOptions({play, pictures, dark});
+    const QCommandLineOption guide(QStringLiteral("guide"),
+                                   QObject::tr("Take the pictures of the user guide, and end."));
+    arguments.addOptions({play, guide, pictures, dark});
     arguments.process(application);
 
-    const bool plays = arguments.isSet(play);
+    const bool plays = arguments.isSet(play) || arguments.isSet(guide);
     // A play looks the same on every desktop; a person keeps the desktop's own style.
     if (plays || arguments.isSet(dark))
         demo::UseColours(arguments.isSet(dark) ? demo::Colours::Dark : demo::Colours::Light);
 
     if (plays) DropPlatformWarnings();
+    // The one font that scripts/setup brings along.
+    if (arguments.isSet(guide)) QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
 
     demo::DemoWindow window;
     window.show();
     if (plays) {
         QApplication::setQuitOnLastWindowClosed(false);
+        if (arguments.isSet(guide)) return demo::Guide(window, arguments.value(pictures)).Run();
         return demo::Player(window, arguments.value(pictures)).Run();
     }
     QTimer::singleShot(0, &window, &demo::DemoWindow::ConnectAndShow);

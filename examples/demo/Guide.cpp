@@ -1,0 +1,122 @@
+#include "Guide.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTableView>
+#include <QTest>
+
+#include <cstdio>
+
+namespace demo {
+
+namespace {
+
+const QString customers = QStringLiteral("[Customers]");
+const QString orders = QStringLiteral("[Orders]");
+
+}  // namespace
+
+int Guide::Run() {
+    // A caret that blinks would be in one picture and not in the next.
+    QApplication::setCursorFlashTime(0);
+    try {
+        Connect();
+        ShowStepByStep();
+        ShowGroups();
+        ShowDialogs();
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "The guide could not go on: %s\n%s", failure.what(),
+                     qPrintable(window.Log()->Text()));
+        return 1;
+    }
+    return 0;
+}
+
+void Guide::ShowStepByStep() {
+    ShowWizard();
+    ChooseTables({customers, orders});
+    TakePicture(QStringLiteral("using-tables"));
+    JoinTables();
+    TakePicture(QStringLiteral("using-joins"));
+    ChooseFields({QStringLiteral("[Customers].[Customer Name]"), QStringLiteral("[Customers].[City]"),
+                  QStringLiteral("[Orders].[Order Date]"), QStringLiteral("[Orders].[Freight]")});
+    TakePicture(QStringLiteral("using-fields"));
+    OpenTab(3);
+    AddCriterion(QStringLiteral("[Freight]"), QStringLiteral(">="), QStringLiteral("25"));
+    Pick(QStringLiteral("lstSelectedFields"), QStringLiteral("[Customer Name]"));
+    Pick(QStringLiteral("lstOperands"), QStringLiteral("contains"));
+    QTest::keyClicks(Find<QComboBox>(QStringLiteral("cmbAvailableValues1")), QStringLiteral("o"));
+    TakePicture(QStringLiteral("using-limit"));
+    Press(QStringLiteral("cmdCommit"));
+    OrderBy(QStringLiteral("[Customer Name]"));
+    TakePicture(QStringLiteral("build-query"));
+    RunQuery();
+    TakePicture(QStringLiteral("query-results"));
+    CloseWizard();
+}
+
+void Guide::ShowGroups() {
+    ShowWizard();
+    ChooseTables({orders});
+    OpenTab(3);
+    Press(QStringLiteral("optQuery_1"));
+    const std::pair<QString, QString> rowsOfGroup[] = {
+        {QStringLiteral("[CustomerID]"), QStringLiteral("GROUP BY")},
+        {QStringLiteral("[Freight]"), QStringLiteral("SUM")},
+        {QStringLiteral("[Freight]"), QStringLiteral("MAX")},
+    };
+    for (const auto& [field, how] : rowsOfGroup) {
+        Pick(QStringLiteral("lstSelectedFields"), field);
+        Pick(QStringLiteral("lstOperands"), how);
+        AnswerNextBox(QMessageBox::Yes);
+        Press(QStringLiteral("cmdCommit"));
+    }
+    TakePicture(QStringLiteral("using-groups"));
+    TakeDialog(QStringLiteral("cmdEditGroup"), QStringLiteral("frmFieldOrder"), QStringLiteral("using-order"),
+               [](QDialog& dialog) {
+                   auto* list = FindIn<QAbstractItemView>(dialog, QStringLiteral("lstFields"));
+                   const QModelIndex second = list->model()->index(1, 0);
+                   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(second).center());
+               });
+    CloseWizard();
+}
+
+void Guide::ShowDialogs() {
+    ShowWizard();
+    ChooseTables({orders});
+    OpenTab(3);
+    AddCriterion(QStringLiteral("[Freight]"), QStringLiteral(">="), QStringLiteral("25"));
+    TakeDialog(QStringLiteral("cmdCalcField"), QStringLiteral("frmCalcFields"),
+               QStringLiteral("using-calculate"), [](QDialog& dialog) {
+                   QTest::keyClicks(FindIn<QPlainTextEdit>(dialog, QStringLiteral("txtCriteria")),
+                                    QStringLiteral("[Orders].[Freight] * 1.19"));
+                   auto* alias = FindIn<QLineEdit>(dialog, QStringLiteral("txtAlias"));
+                   alias->setFocus();
+                   QTest::keyClicks(alias, QStringLiteral("FreightWithTax"));
+               });
+    Press(QStringLiteral("cmdEditWhere"));
+    auto* grid = Find<QWidget>(QStringLiteral("dgrSQL"))->findChild<QTableView*>();
+    grid->setFocus();
+    TakePicture(QStringLiteral("using-grid"));
+    OnNextDialog(QStringLiteral("frmCriteriaBuilder"), [this](QDialog& dialog) {
+        TakePicture(QStringLiteral("using-keypad"), &dialog);
+        dialog.reject();
+    });
+    QTest::keyClick(grid, Qt::Key_F4);
+    CloseWizard();
+}
+
+void Guide::TakeDialog(const QString& button, const QString& dialog, const QString& picture,
+                       const std::function<void(QDialog&)>& act) {
+    OnNextDialog(dialog, [this, picture, act](QDialog& shown) {
+        act(shown);
+        TakePicture(picture, &shown);
+        shown.reject();
+    });
+    Press(button);
+}
+
+}  // namespace demo
