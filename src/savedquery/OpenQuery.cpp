@@ -49,9 +49,13 @@ void TellUnreadable(ZPGGlobalDeclarations& state, const QString& path) {
 
 /// Connects as the file says. A failure stands in the status bar, and the query opens all the same.
 void Connect(ZPGGlobalDeclarations& state, const QueryMaster& master) {
+    // A server that is away takes its time.
+    state.Form->Pointer = MousePointer::Hourglass;
+    ShowFormNow(state);
     const ConnectionErrors errors = OpenDatabaseConnection(
         state, master.ConnectionString, master.ConnectionTimeout.value_or(state.gConnectionTimeout),
         master.CommandTimeout.value_or(state.gCommandTimeout), master.UserId, master.Password);
+    state.Form->Pointer = MousePointer::Default;
     SetStatusText(state, errors.IsEmpty() ? QStringLiteral("Ready ..") : errors.Description());
     ArrangeForDialect(state);
 }

@@ -17,8 +17,9 @@ namespace {
                      QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), reason));
 }
 
+/// The name as Qt gives it to the system. The library's own conversion throws on half a surrogate pair.
 std::filesystem::path Native(const QString& path) {
-    return path.toStdU16String();
+    return QFile::encodeName(path).toStdString();
 }
 
 QString Fresh(const FamilyFile& file) {

@@ -167,7 +167,11 @@ TEST(OpenQuery, TheButtonAsksAndCancelChangesNothing) {
     EXPECT_EQ(run.prompts->Choices.last().Title, QStringLiteral("Open Saved Query"));
     run.Save(run.Path("Sales.zpb"));
     run.prompts->Paths = {run.Path("Sales.zpb")};
+    bool hourglass = false;
+    run.state.ShowForm = [&] { hourglass = hourglass || run.Form().Pointer == MousePointer::Hourglass; };
     EXPECT_EQ(OpenFromButton(run.state, run.disk), OpenOutcome::Opened);
+    EXPECT_TRUE(hourglass) << "while it connects";
+    EXPECT_EQ(run.Form().Pointer, MousePointer::Default);
     EXPECT_EQ(Picture(run.state), before);
     EXPECT_EQ(TabsOf(run.state), QStringLiteral("11111"));
 }

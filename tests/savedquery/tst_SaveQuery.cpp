@@ -87,6 +87,26 @@ TEST(SaveQuery, TheLastFourCharactersAlwaysGo) {
     }
 }
 
+TEST(SaveQuery, NamesMayHoldAnything) {
+    for (const char16_t* name :
+         {u"O'Brien & [Co] 100%1", u"\u4e2d\u6587 \U0001f600", u"half \xd800 pair", u"a\nb"}) {
+        QueryRun run;
+        run.Choose();
+        const QString path = run.folder.filePath(QString::fromUtf16(name)) + QStringLiteral(".zpb");
+        SCOPED_TRACE(qPrintable(path));
+        ASSERT_EQ(run.Save(path), SaveOutcome::Saved);
+        EXPECT_TRUE(QFile::exists(path));
+        run.prompts->Answers = {BoxAnswer::Yes, BoxAnswer::Yes};
+        EXPECT_EQ(run.Save(path), SaveOutcome::Saved);
+        QueryRun other;
+        EXPECT_EQ(OpenSavedQuery(other.state, other.disk, path), OpenOutcome::Opened);
+        EXPECT_EQ(other.state.rsJoins->RecordCount(), 1);
+        run.prompts->Paths = {path};
+        DeleteQuery(run.state, run.disk);
+        EXPECT_TRUE(run.Files().isEmpty());
+    }
+}
+
 TEST(SaveQuery, AFailureAtAnyStepLeavesTheOldFamilyWhole) {
     for (int step = 0;; ++step) {
         QueryRun run;
