@@ -90,27 +90,30 @@ void StartOnTableTab(ZPGGlobalDeclarations& state) {
     ApplySingleTableMode(state);
 }
 
-/// False when the wizard must close over it. A file dialog that was cancelled leaves an ordinary wizard.
-bool StartOnSavedQuery(ZPGGlobalDeclarations& state) {
-    const int showing = state.Showing;
-    if (state.OpenSavedQuery && !state.OpenSavedQuery(state)) return false;
-    if (state.Showing != showing) return false;
-    FormState& form = *state.Form;
-    if (form.QueryPath.isEmpty()) {
-        StartOnTableTab(state);
-        return true;
-    }
-    FinishOpening(state);
-    return true;
-}
-
-bool Start(ZPGGlobalDeclarations& state) {
-    if (state.gOpenQuery) return StartOnSavedQuery(state);
+void StartOnTables(ZPGGlobalDeclarations& state) {
     if (state.Options.gAllowTableSelection) {
         StartOnTableTab(state);
     } else {
         StartOnFixedTables(state);
     }
+}
+
+/// False when the wizard must close over it. A file dialog that was cancelled leaves an ordinary wizard.
+bool StartOnSavedQuery(ZPGGlobalDeclarations& state) {
+    const int showing = state.Showing;
+    if (state.OpenSavedQuery && !state.OpenSavedQuery(state)) return false;
+    if (state.Showing != showing) return false;
+    if (state.Form->QueryPath.isEmpty()) {
+        StartOnTables(state);
+    } else {
+        FinishOpening(state);
+    }
+    return true;
+}
+
+bool Start(ZPGGlobalDeclarations& state) {
+    if (state.gOpenQuery) return StartOnSavedQuery(state);
+    StartOnTables(state);
     return true;
 }
 

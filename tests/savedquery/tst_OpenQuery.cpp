@@ -176,6 +176,25 @@ TEST(OpenQuery, TheButtonAsksAndCancelChangesNothing) {
     EXPECT_EQ(TabsOf(run.state), QStringLiteral("11111"));
 }
 
+TEST(OpenQuery, CancelAtTheStartLeavesAnOrdinaryWizard) {
+    for (const bool fixed : {false, true}) {
+        QueryFiles disk;
+        test::WizardRun asked, plain;
+        for (test::WizardRun* run : {&asked, &plain}) {
+            run->state.Options.gAllowTableSelection = !fixed;
+            run->state.OfferedTables = Collection({QStringLiteral("[Orders]")});
+            run->state.OpenSavedQuery = [&](ZPGGlobalDeclarations& state) {
+                return OpenSavedQuery(state, disk, state.gQueryName) != OpenOutcome::Failed;
+            };
+            run->state.gOpenQuery = run == &asked;
+            run->Load();
+        }
+        EXPECT_EQ(asked.prompts->Choices.size(), 1);
+        EXPECT_EQ(Picture(asked.state), Picture(plain.state)) << fixed;
+        EXPECT_EQ(TabsOf(asked.state), TabsOf(plain.state)) << fixed;
+    }
+}
+
 TEST(OpenQuery, AFileThatFailsIsPassedOverWhicheverItIs) {
     QueryRun run;
     run.Choose();
