@@ -28,12 +28,25 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZephrinConfigVersion.cmak
 install(FILES ${PROJECT_BINARY_DIR}/ZephrinConfig.cmake ${PROJECT_BINARY_DIR}/ZephrinConfigVersion.cmake
     DESTINATION ${zephrin_cmake_dir} COMPONENT devel)
 
-# The prefix is found from where the file lies, so that the installed tree can be moved.
+# The prefix is found from where the file lies, so that the installed tree can be moved. A library of each kind has a file of
+# its own, since the linker takes the shared one wherever both lie side by side under one name.
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH prefix_from_pkgconfig /prefix/${pkgconfig_dir} /prefix)
 string(REGEX REPLACE "/$" "" prefix_from_pkgconfig "${prefix_from_pkgconfig}")
-if(ZEPHRIN_SANITIZE)
-    set(pkgconfig_link_options " -fsanitize=address,undefined")
+
+# zephrin_pkgconfig(NAME LIBRARY [REQUIRES])
+function(zephrin_pkgconfig name library)
+    set(libs "-l${library}")
+    if(ZEPHRIN_SANITIZE)
+        string(APPEND libs " -fsanitize=address,undefined")
+    endif()
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/zephrin.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${pkgconfig_dir} COMPONENT devel)
+endfunction()
+
+if(TARGET ZephrinShared)
+    zephrin_pkgconfig(zephrin Zephrin)
 endif()
-configure_file(${PROJECT_SOURCE_DIR}/cmake/zephrin.pc.in ${PROJECT_BINARY_DIR}/zephrin.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/zephrin.pc DESTINATION ${pkgconfig_dir} COMPONENT devel)
+if(TARGET ZephrinStatic)
+    zephrin_pkgconfig(zephrin-static :libZephrin.a " Qt6Svg sqlite3 odbc libzip")
+endif()

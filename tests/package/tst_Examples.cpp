@@ -66,17 +66,25 @@ TEST_F(Examples, MinimalHostRunsOnTheStaticLibrary) {
 }
 
 TEST_F(Examples, MinimalHostBuildsWithPkgConfig) {
-    const QString program = Installed().Path(QStringLiteral("by_pkg_config"));
     const QString folder = Installed().LibraryFolder();
-    const QString command =
-        QStringLiteral("PKG_CONFIG_PATH='%1/pkgconfig'; export PKG_CONFIG_PATH; exec " ZEPHRIN_LAUNCHER
-                       " " ZEPHRIN_CXX " -std=c++20 " ZEPHRIN_EXAMPLES
-                       "/minimal/main.cpp -o '%2' $(pkg-config --cflags --libs zephrin) -Wl,-rpath,'%1'")
-            .arg(folder, program);
-    const Outcome built = RunProgram(QStringLiteral("sh"), {QStringLiteral("-c"), command});
-    ASSERT_TRUE(built.Succeeded()) << built.Text();
-    EXPECT_TRUE(RunProgram(QStringLiteral("ldd"), {program}).Output.contains(folder));
-    ExpectCities(program);
+    const struct {
+        const char* Package;
+        bool Shared;
+    } table[] = {{"zephrin", true}, {"zephrin-static", false}};
+    for (const auto& row : table) {
+        const QString program =
+            Installed().Path(QStringLiteral("by-pkg-config-")) + QLatin1StringView(row.Package);
+        const QString command =
+            QStringLiteral("PKG_CONFIG_PATH='%1/pkgconfig'; export PKG_CONFIG_PATH; exec " ZEPHRIN_CXX
+                           " -std=c++20 " ZEPHRIN_EXAMPLES
+                           "/minimal/main.cpp -o '%2' $(pkg-config --cflags --libs %3) -Wl,-rpath,'%1'")
+                .arg(folder, program, QLatin1StringView(row.Package));
+        const Outcome built = RunProgram(QStringLiteral("sh"), {QStringLiteral("-c"), command});
+        ASSERT_TRUE(built.Succeeded()) << built.Text();
+        const QString libraries = RunProgram(QStringLiteral("ldd"), {program}).Output;
+        EXPECT_EQ(libraries.contains(folder), row.Shared) << row.Package << qPrintable(libraries);
+        ExpectCities(program);
+    }
 }
 
 TEST_F(Examples, FormFromDesignerShowsRows) {
