@@ -48,7 +48,7 @@ if(TARGET zephrin-demo)
 "A program that holds one Zephrin control, with a sample database to build
 queries on." "${same_library}")
 endif()
-if(ZEPHRIN_BUILD_DESIGNER)
+if(TARGET ZephrinDesigner)
     zephrin_package(designer zephrin-designer devel "Qt Designer plugin of a visual SQL query builder"
 "Puts the Zephrin control into Qt Designer, with its properties and its
 connection page." "${same_library}, designer-qt6")
