@@ -107,10 +107,7 @@ bool FromStored(const QVariant& stored, bool other) {
 }
 
 QFont FromStored(const QVariant& stored, const QFont& other) {
-    if (stored.typeId() == QMetaType::QFont) return stored.value<QFont>();
-    QFont described;
-    const bool isText = stored.typeId() == QMetaType::QString;
-    return isText && described.fromString(stored.toString()) ? described : other;
+    return stored.typeId() == QMetaType::QFont ? stored.value<QFont>() : other;
 }
 
 QIcon FromStored(const QVariant& stored, const QIcon& other) {
