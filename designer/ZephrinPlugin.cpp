@@ -1,0 +1,60 @@
+#include "designer/ZephrinPlugin.h"
+
+#include "designer/PropertyCatalog.h"
+#include "designer/ZephrinPropertySheet.h"
+#include "designer/ZephrinTaskMenu.h"
+
+#include <zephrin/Zephrin.h>
+
+#include <QExtensionManager>
+#include <QIcon>
+
+namespace zephrin::designer {
+
+QString ZephrinPlugin::name() const {
+    return QStringLiteral("zephrin::Zephrin");
+}
+
+QString ZephrinPlugin::group() const {
+    return QStringLiteral("Zephrin");
+}
+
+QString ZephrinPlugin::toolTip() const {
+    return QStringLiteral("Zephrin: a query builder for the users of a database program");
+}
+
+QString ZephrinPlugin::whatsThis() const {
+    return QStringLiteral(
+        "Lets the users of a program build, run, save and export queries in a wizard. The control itself is "
+        "not seen "
+        "while the program runs: call ZPBMakeConnection, then ZPBShowZephrin.");
+}
+
+QString ZephrinPlugin::includeFile() const {
+    return QStringLiteral("<zephrin/Zephrin.h>");
+}
+
+QIcon ZephrinPlugin::icon() const {
+    return QIcon(QStringLiteral(":/zephrin/designer/zephrin.svg"));
+}
+
+QWidget* ZephrinPlugin::createWidget(QWidget* parent) {
+    auto* control = new Zephrin(parent);
+    if (designer) control->setProperty("ZPBDesignTime", true);
+    return control;
+}
+
+void ZephrinPlugin::initialize(QDesignerFormEditorInterface* core) {
+    if (!core || designer) return;
+    designer = core;
+    QExtensionManager* manager = core->extensionManager();
+    manager->registerExtensions(new ZephrinPropertySheetFactory(manager),
+                                Q_TYPEID(QDesignerPropertySheetExtension));
+    manager->registerExtensions(new ZephrinTaskMenuFactory(manager), Q_TYPEID(QDesignerTaskMenuExtension));
+}
+
+QString ZephrinPlugin::domXml() const {
+    return FormDescription(name(), QStringLiteral("zephrin"));
+}
+
+}  // namespace zephrin::designer

@@ -1,0 +1,54 @@
+#include "Editor.h"
+
+#include <QDesignerWidgetBoxInterface>
+#include <QDesignerWidgetDataBaseInterface>
+
+#include <gtest/gtest.h>
+
+namespace zephrin::test {
+namespace {
+
+TEST(ZephrinPlugin, PutsTheControlIntoTheWidgetBox) {
+    const Editor editor;
+    const QDesignerWidgetDataBaseInterface* known = editor.core->widgetDataBase();
+    const int index = known->indexOfClassName(QStringLiteral("zephrin::Zephrin"));
+    ASSERT_GE(index, 0);
+    const QDesignerWidgetDataBaseItemInterface* item = known->item(index);
+    EXPECT_EQ(item->group(), QStringLiteral("Zephrin"));
+    EXPECT_EQ(item->includeFile(), QStringLiteral("<zephrin/Zephrin.h>"));
+    EXPECT_FALSE(item->icon().pixmap(24, 24).isNull());
+    EXPECT_FALSE(item->toolTip().isEmpty());
+    EXPECT_FALSE(item->whatsThis().isEmpty());
+    EXPECT_FALSE(item->isContainer());
+
+    const QDesignerWidgetBoxInterface* box = editor.core->widgetBox();
+    QStringList offered;
+    for (int category = 0; category < box->categoryCount(); ++category) {
+        for (int widget = 0; widget < box->widgetCount(category); ++widget) {
+            if (box->category(category).name() != QLatin1StringView("Zephrin")) continue;
+            offered << box->widget(category, widget).name();
+        }
+    }
+    EXPECT_EQ(offered, QStringList{QStringLiteral("Zephrin")});
+}
+
+TEST(ZephrinPlugin, ShowsTheControlOnAFormInItsFixedSize) {
+    Editor editor;
+    editor.Open();
+    editor.core->topLevel()->show();
+    editor.form->show();
+    EXPECT_TRUE(editor.control->isVisible());
+    EXPECT_EQ(editor.control->size(), editor.control->sizeHint());
+}
+
+TEST(ZephrinPlugin, StoresNothingOfAControlThatNobodyChanged) {
+    Editor editor;
+    editor.Open();
+    EXPECT_EQ(editor.Stored(), QString());
+    EXPECT_FALSE(editor.form->isDirty());
+    EXPECT_TRUE(editor.form->contents().contains(
+        QStringLiteral("<header location=\"global\">zephrin/Zephrin.h</header>")));
+}
+
+}  // namespace
+}  // namespace zephrin::test
