@@ -17,6 +17,15 @@ namespace {
 const QString customers = QStringLiteral("[Customers]");
 const QString orders = QStringLiteral("[Orders]");
 
+/// Makes the first cell of the column that has this head the current one.
+void GoToColumn(QTableView& grid, const QString& head) {
+    const QAbstractItemModel* model = grid.model();
+    for (int column = 0; column < model->columnCount(); ++column)
+        if (model->headerData(column, Qt::Horizontal).toString() == head)
+            grid.setCurrentIndex(model->index(0, column));
+    grid.setFocus();
+}
+
 }  // namespace
 
 int Guide::Run() {
@@ -87,6 +96,7 @@ void Guide::ShowGroups() {
 void Guide::ShowDialogs() {
     ShowWizard();
     ChooseTables({orders});
+    ChooseFields({QStringLiteral("[Orders].[OrderID]"), QStringLiteral("[Orders].[Freight]")});
     OpenTab(3);
     AddCriterion(QStringLiteral("[Freight]"), QStringLiteral(">="), QStringLiteral("25"));
     TakeDialog(QStringLiteral("cmdCalcField"), QStringLiteral("frmCalcFields"),
@@ -99,7 +109,7 @@ void Guide::ShowDialogs() {
                });
     Press(QStringLiteral("cmdEditWhere"));
     auto* grid = Find<QWidget>(QStringLiteral("dgrSQL"))->findChild<QTableView*>();
-    grid->setFocus();
+    GoToColumn(*grid, QStringLiteral("[Orders].[Freight]"));
     TakePicture(QStringLiteral("using-grid"));
     OnNextDialog(QStringLiteral("frmCriteriaBuilder"), [this](QDialog& dialog) {
         TakePicture(QStringLiteral("using-keypad"), &dialog);

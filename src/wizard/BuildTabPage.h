@@ -26,6 +26,7 @@ class Splitter;
 /// "Build Query": on the left a sentence of field, operator and values; on the right the statement, or the
 /// criteria as a grid.
 class BuildTabPage : public WizardPage {
+    Q_OBJECT
  public:
     explicit BuildTabPage(WizardHost& wizardHost);
     void ShowState(FormState& form) override;

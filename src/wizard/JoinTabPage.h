@@ -21,6 +21,7 @@ class DataGrid;
 /// "Build Joins": pick a pair of tables, lock it, pick a field of each, add the join; the joins stand in the
 /// grid.
 class JoinTabPage : public WizardPage {
+    Q_OBJECT
  public:
     explicit JoinTabPage(WizardHost& wizardHost);
     void ShowState(FormState& form) override;

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPalette>
 #include <QPushButton>
+#include <QStyle>
 
 namespace zephrin {
 
@@ -53,6 +54,10 @@ void ApplyLook(QWidget* form, const RunOptions& options, const QFont& font) {
     }
     const auto buttons = form->findChildren<QPushButton*>();
     for (QPushButton* button : buttons) button->setFont(font);
+    // A style sheet of the host's has the last word, on controls too that it has styled already.
+    const auto widgets = form->findChildren<QWidget*>();
+    for (QWidget* widget : widgets)
+        if (widget->testAttribute(Qt::WA_StyleSheet)) widget->style()->polish(widget);
 }
 
 void SetForeColour(QWidget* widget, const QColor& colour) {

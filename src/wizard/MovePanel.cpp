@@ -37,7 +37,7 @@ MovePanel::MovePanel(const Names& names)
       LeftAll(MakeIconButton(names.Buttons + QStringLiteral("LeftAll"), Arrow(false, QStringLiteral("-all")),
                              names.MoveAllLeft)) {
     for (ListBox* list : {From, To})
-        list->setWhatsThis(QObject::tr("Enter or a double-click moves the row to the other list."));
+        list->setWhatsThis(tr("Enter or a double-click moves the row to the other list."));
     setObjectName(names.Frame);
     setProperty("Tag", QString::number(names.FrameTag));
 

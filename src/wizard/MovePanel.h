@@ -14,6 +14,7 @@ class ListBox;
 
 /// Two lists side by side with the four buttons that move entries between them.
 class MovePanel : public QGroupBox {
+    Q_OBJECT
  public:
     /// Design names of the controls and the resources of their captions.
     struct Names {

@@ -15,6 +15,7 @@ class DataGrid;
 
 /// "Query Results": the outcome of the last run, its rows, and what can be done with them.
 class ResultsTabPage : public WizardPage {
+    Q_OBJECT
  public:
     explicit ResultsTabPage(WizardHost& wizardHost);
     void ShowState(FormState& form) override;

@@ -69,6 +69,21 @@ TEST(Look, ReachesLabelsAndCheckBoxesButForTheExceptions) {
     }
 }
 
+TEST(Look, AStyleSheetHasTheLastWord) {
+    QWidget form;
+    form.setStyleSheet(
+        QStringLiteral("QLabel { background: transparent } QPushButton { font-weight: bold }"));
+    QLabel lblTopX(&form);
+    lblTopX.setObjectName(QStringLiteral("lblTopX"));
+    QPushButton cmdExit(&form);
+    // A control that was asked for its size is styled before the form gets its look.
+    for (QWidget* widget : {static_cast<QWidget*>(&lblTopX), static_cast<QWidget*>(&cmdExit)})
+        widget->ensurePolished();
+    ApplyLook(&form, RunOptions(), form.font());
+    EXPECT_FALSE(lblTopX.autoFillBackground());
+    EXPECT_TRUE(cmdExit.font().bold());
+}
+
 TEST(Look, CaptionsShowEveryCharacter) {
     QGroupBox frame;
     SetCaption(&frame, QStringLiteral("Where R&D = 1"));
