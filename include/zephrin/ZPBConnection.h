@@ -30,6 +30,7 @@ class Prompts;
 class ZEPHRIN_EXPORT ZPBConnection : public QWidget {
     Q_OBJECT
  public:
+    /// Empty and disabled until it is given a control.
     explicit ZPBConnection(QWidget* parent = nullptr);
     ~ZPBConnection() override;
 
@@ -40,6 +41,7 @@ class ZEPHRIN_EXPORT ZPBConnection : public QWidget {
     /// the control; a form editor brings its own, that goes through its undo stack.
     using Writer =
         std::function<void(QObject& control, const QList<std::pair<QByteArray, QVariant>>& values)>;
+    /// Has `writer` take the values from now on; an empty one brings the setting of properties back.
     void SetWriter(Writer writer);
 
     /// Something was changed since the page was filled or applied.
