@@ -2,6 +2,7 @@
 
 #include "wizard/Build.h"
 #include "wizard/ListBox.h"
+#include "wizard/ShowControl.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -138,7 +139,7 @@ void frmCalcFields::ConnectLists() {
     for (auto [list, items] : {std::pair{lstFunctions, &functions}, std::pair{lstOperators, &operators}}) {
         connect(list, &ListBox::Picked, this, [list, items](int row) {
             items->SetListIndex(row);
-            list->setToolTip(items->Text());
+            list->setToolTip(PlainToolTip(items->Text()));
         });
         connect(list, &ListBox::DblClick, this, [this, items] { Insert(items->Text()); });
     }
@@ -148,7 +149,7 @@ void frmCalcFields::ConnectLists() {
     };
     connect(lstCalcFields, &ListBox::Picked, this, [this, key](int row) {
         fields.SetListIndex(row);
-        lstCalcFields->setToolTip(key());
+        lstCalcFields->setToolTip(PlainToolTip(key()));
         Change([&] { CalcFieldPicked(form); });
     });
     connect(lstCalcFields, &ListBox::DblClick, this, [this, key] { Insert(key()); });

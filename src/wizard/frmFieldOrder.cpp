@@ -2,6 +2,7 @@
 
 #include "wizard/Build.h"
 #include "wizard/ListBox.h"
+#include "wizard/ShowControl.h"
 #include "wizard/frmCalcFields.h"
 
 #include <QCheckBox>
@@ -170,7 +171,7 @@ void frmFieldOrder::Show() {
     }
     ShowInList(fields, shownFields, form.ListIndex);
     ShowInList(aliases, shownAliases, form.ListIndex);
-    lstFields->setToolTip(fields.Text());
+    lstFields->setToolTip(PlainToolTip(fields.Text()));
     txtAlias->setText(form.Alias);
     chkOutput->setVisible(form.OutputVisible);
     chkOutput->setEnabled(form.ListIndex >= 0);

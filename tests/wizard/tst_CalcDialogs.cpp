@@ -109,6 +109,28 @@ TEST_F(CalcDialogs, AnExpressionIsTakenAsItWasTyped) {
         << "a blank that does not break is part of a name";
 }
 
+TEST_F(CalcDialogs, ToolTipsShowExpressionsAsTheyStand) {
+    Create(QStringLiteral("2 <b AND 3> 1"), QStringLiteral("X"));
+    const QString shown = QStringLiteral("2 &lt;b AND 3&gt; 1");
+    const auto tipOf = [](QDialog& dialog, const char* name) {
+        auto* list = dialog.findChild<ListBox*>(QString::fromLatin1(name));
+        const QModelIndex last = list->model()->index(list->model()->rowCount() - 1, 0);
+        list->scrollTo(last);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(last).center());
+        return list->toolTip();
+    };
+    const struct {
+        const char* Button;
+        const char* List;
+    } rows[] = {{"cmdCalcField", "lstCalcFields"}, {"cmdEditCalcField", "lstFields"}};
+    for (const auto& row : rows) {
+        Open(row.Button, [&](QDialog& dialog) {
+            EXPECT_TRUE(tipOf(dialog, row.List).contains(shown)) << row.List;
+            dialog.reject();
+        });
+    }
+}
+
 TEST_F(CalcDialogs, EscapeIsCancelAndATakenAliasKeepsTheDialog) {
     Create(QStringLiteral("1"), QStringLiteral("One"));
     Open("cmdCalcField", [&](QDialog& dialog) {
