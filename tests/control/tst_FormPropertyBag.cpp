@@ -7,6 +7,7 @@
 #include <QColor>
 #include <QFile>
 #include <QPixmap>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -21,12 +22,12 @@ constexpr const char* before = R"(<?xml version="1.0" encoding="UTF-8"?>
  <class>Host</class>
  <widget class="QWidget" name="Host">
   <property name="windowTitle"><string>A &amp; B</string></property>
-  <unknown x='1'   y="2"><![CDATA[ <widget name="builder"> ]]></unknown>
+  <property name="toolTip"><string><![CDATA[ <widget name="builder"> ]]></string   ></property>
 )";
 constexpr const char* after = R"(
   <widget class="QLabel" name="label"><property name="text"><string comment="c">x</string></property></widget>
  </widget>
- <connections><connection  ><sender>builder</sender></connection></connections>
+ <resources  ><include location="none.qrc"/></resources>
 </ui>
 )";
 
@@ -301,6 +302,32 @@ TEST(FormBag, SavesNothingOverTheWorkOfOthers) {
     bag.WriteProperty(QStringLiteral("p"), 1);
     EXPECT_EQ(Thrown([&] { bag.Save(); }), "3004 The file was changed by another program in the meantime.");
     EXPECT_EQ(form.Bytes(), "<ui/>");
+}
+
+TEST(FormBag, IsTakenByTheCompilerOfForms) {
+    const Form form(emptyWidget);
+    Zephrin control;
+    control.SetZPBLabelBackColor(0x030201U);
+    control.SetZPBRunTimeControlCaption(QStringLiteral("A \"caption\""));
+    control.SetZPBLabelFont(QFont(QStringLiteral("Serif"), 14));
+    FormPropertyBag bag = form.Open();
+    control.WriteProperties(bag);
+    bag.Save();
+    QProcess uic;
+    uic.start(QStringLiteral(UIC_PROGRAM), {form.Path()});
+    ASSERT_TRUE(uic.waitForFinished());
+    EXPECT_EQ(uic.readAllStandardError().toStdString(), "");
+    const QByteArray code = uic.readAllStandardOutput();
+    const char* lines[] = {
+        "builder->setProperty(\"ZPBLabelBackColor\", QVariant(QColor(1, 2, 3)));",
+        "builder->setProperty(\"ZPBLabelForeColor\", QVariant(2147483653u));",
+        "builder->setProperty(\"ZPBAllowSQLReset\", QVariant(true));",
+        "builder->setProperty(\"ConnectionTimeout\", QVariant(60));",
+        "builder->setProperty(\"ZPBRunTimeControlCaption\", "
+        "QVariant(QCoreApplication::translate(\"Host\", \"A \\\"caption\\\"\", nullptr)));",
+        "font.setFamilies({QString::fromUtf8(\"Serif\")});",
+    };
+    for (const char* line : lines) EXPECT_TRUE(code.contains(line)) << line << '\n' << code.constData();
 }
 
 TEST(FormBag, BringsAControlBack) {
