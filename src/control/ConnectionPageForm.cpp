@@ -52,7 +52,6 @@ QListWidget* MakeList(const char* name, const QString& toolTip, QAbstractItemVie
                       QWidget* parent) {
     auto* list = Make<QListWidget>(name, toolTip, parent);
     list->setSelectionMode(selection);
-    list->setUniformItemSizes(true);
     const QFontMetrics metrics = list->fontMetrics();
     list->setMinimumSize(metrics.averageCharWidth() * visibleLetters, metrics.lineSpacing() * visibleRows);
     return list;
