@@ -1,5 +1,7 @@
 #include "control/ConnectionPageForm.h"
 
+#include "wizard/TextDelegate.h"
+
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QGridLayout>
@@ -52,6 +54,7 @@ QListWidget* MakeList(const char* name, const QString& toolTip, QAbstractItemVie
                       QWidget* parent) {
     auto* list = Make<QListWidget>(name, toolTip, parent);
     list->setSelectionMode(selection);
+    list->setItemDelegate(new TextDelegate(list));
     const QFontMetrics metrics = list->fontMetrics();
     list->setMinimumSize(metrics.averageCharWidth() * visibleLetters, metrics.lineSpacing() * visibleRows);
     return list;
@@ -93,7 +96,9 @@ ConnectionPageForm::ConnectionPageForm(QWidget* page)
     type->addWidget(cmbZPGCommandType);
     type->addStretch();
     auto* column = new QVBoxLayout(fraConnection);
-    column->addWidget(MakeLabel("lblConnectionString", "Connection String:", txtZPGDataConnection));
+    // A label as wide as its text stands where the direction of the window puts it, whatever its language.
+    column->addWidget(MakeLabel("lblConnectionString", "Connection String:", txtZPGDataConnection), 0,
+                      Qt::AlignLeft);
     column->addLayout(connection);
     column->addLayout(type);
     column->addLayout(BuildLists(), 1);
@@ -105,10 +110,10 @@ ConnectionPageForm::ConnectionPageForm(QWidget* page)
 QLayout* ConnectionPageForm::BuildLists() const {
     auto* grid = new QGridLayout;
     grid->addWidget(MakeLabel("lblSelTables", "Select Table(s) and/or Stored Procedure(s):", lstZPGSelTables),
-                    0, 0);
+                    0, 0, Qt::AlignLeft);
     grid->addWidget(MakeLabel("lblSelectedTables",
                               "Selected Table(s) and/or Stored Procedure(s): ", lstZPGSelectedTables),
-                    0, 1);
+                    0, 1, Qt::AlignLeft);
     grid->addWidget(lstZPGSelTables, 1, 0);
     grid->addWidget(lstZPGSelectedTables, 1, 1);
     grid->setColumnStretch(0, 1);
