@@ -111,8 +111,11 @@ void BuildTabPage::EditCell(ZPGGlobalDeclarations& state, int column) {
     const bool onNewRow = dgrSQL->IsOnAddNewRow();
     const QPointer<BuildTabPage> alive(this);
     BeginCellDialog(state, column, onNewRow);
-    while (WizardDialog::Run(new frmCriteriaBuilder(state, window()))) {
+    const QString cell = state.CurrentCellText;
+    while (WizardDialog::Run(new frmCriteriaBuilder(state, cell, window()))) {
         if (EndCellDialog(state, column, onNewRow)) return;
+        // The keypad's Cancel leaves this flag as it stands; it must not bring the refused text once more.
+        state.CriteriaChanged = false;
         TellRefusal(state, tr("The criteria are too long for the cell."));
         if (!alive) return;
     }

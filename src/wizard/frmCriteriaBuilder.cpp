@@ -61,10 +61,10 @@ int SelectionStart(const QTextEdit& box) {
 
 }  // namespace
 
-frmCriteriaBuilder::frmCriteriaBuilder(ZPGGlobalDeclarations& run, QWidget* over)
+frmCriteriaBuilder::frmCriteriaBuilder(ZPGGlobalDeclarations& run, const QString& cell, QWidget* over)
     : WizardDialog(run, QStringLiteral("frmCriteriaBuilder"), over),
       txtCriteria(new controls::ColouredText),
-      openingText(run.CurrentCellText) {
+      cellText(cell) {
     setWindowTitle(QStringLiteral(" Build Field Value Criteria"));
     txtCriteria->setObjectName(QStringLiteral("txtCriteria"));
     txtCriteria->setAccessibleName(tr("Criteria"));
@@ -74,7 +74,7 @@ frmCriteriaBuilder::frmCriteriaBuilder(ZPGGlobalDeclarations& run, QWidget* over
     layout->addWidget(MakeKeys());
     layout->addWidget(MakeFoot());
     FinishControls();
-    txtCriteria->SetText(openingText);
+    txtCriteria->SetText(run.CurrentCellText);
     txtCriteria->moveCursor(QTextCursor::End);
     txtCriteria->setFocus();
 }
@@ -129,7 +129,7 @@ void frmCriteriaBuilder::Insert(const QString& key) {
 }
 
 void frmCriteriaBuilder::cmdCriteriaOK_Click() {
-    AcceptCriteria(State(), openingText, txtCriteria->Text());
+    AcceptCriteria(State(), cellText, txtCriteria->Text());
     accept();
 }
 

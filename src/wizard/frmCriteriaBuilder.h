@@ -16,7 +16,8 @@ class ColouredText;
 class frmCriteriaBuilder : public WizardDialog {
     Q_OBJECT
  public:
-    frmCriteriaBuilder(ZPGGlobalDeclarations& run, QWidget* over);
+    /// `cell` is what the cell holds: CurrentCellText, or another text where that one was refused before.
+    frmCriteriaBuilder(ZPGGlobalDeclarations& run, const QString& cell, QWidget* over);
 
  private:
     QWidget* MakeKeys();
@@ -26,7 +27,7 @@ class frmCriteriaBuilder : public WizardDialog {
     void cmdCriteriaOK_Click();
 
     controls::ColouredText* txtCriteria;
-    QString openingText;
+    QString cellText;
 };
 
 }  // namespace zephrin

@@ -33,6 +33,7 @@ class frmZPG::Private : public WizardHost {
     void ShowAtOnce();
     void FocusFirstControl();
     void ShowTabs();
+    void ShowStatus(const QString& text);
     void TakeFocus();
     void TabChosen(int index);
     void OpenQuery();

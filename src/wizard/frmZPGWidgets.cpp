@@ -14,6 +14,7 @@
 #include "wizard/WizardDialog.h"
 #include "wizard/frmZPGPrivate.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -125,11 +126,20 @@ void frmZPG::Private::ShowState() {
         ShowControl(cmdOpenQuery, form->cmdOpenQuery);
         ShowControl(cmdSaveQuery, form->cmdSaveQuery);
         ShowControl(cmdDeleteQuery, form->cmdDeleteQuery);
-        statusPanel->setText(form->StatusText);
+        ShowStatus(form->StatusText);
         pointer.Show(form->Pointer);
     }
     TakeFocus();
     if (std::exchange(form->Minimised, false)) q->showMinimized();
+}
+
+/// A text that is longer than the form is wide is there as a tip. Who doesn't see it hears it.
+void frmZPG::Private::ShowStatus(const QString& text) {
+    if (statusPanel->text() == text) return;
+    statusPanel->setText(text);
+    statusPanel->setToolTip(PlainToolTip(text));
+    QAccessibleEvent alert(statusPanel, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 /// Where a user would begin on the page that is shown first.

@@ -1,5 +1,6 @@
 #include "platform/dialogs/DefaultPrompts.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -63,6 +64,30 @@ QStringList Picture(const QMessageBox& box) {
     }
     shown.sort();
     return shown;
+}
+
+/// Name and role that a screen reader is told.
+QString Told(QWidget* widget) {
+    const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+    if (!interface) return {};
+    const auto role = QMetaEnum::fromType<QAccessible::Role>().valueToKey(interface->role());
+    return QStringLiteral("%1: %2").arg(QString::fromLatin1(role), interface->text(QAccessible::Name));
+}
+
+TEST(DefaultPrompts, AreToldToScreenReaders) {
+    DefaultPrompts prompts({});
+    WhenOpen<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(Told(&box), QStringLiteral("AlertMessage: Query Builder"));
+        EXPECT_EQ(Told(box.button(QMessageBox::Yes)), QStringLiteral("Button: Yes"));
+        Press(box, Qt::Key_Escape);
+    });
+    prompts.MsgBox(QStringLiteral("Really?"), BoxStyle::YesNo, QStringLiteral("Query Builder"));
+    WhenOpen<QInputDialog>([](QInputDialog& dialog) {
+        EXPECT_EQ(Told(dialog.findChild<QLineEdit*>()),
+                  QStringLiteral("EditableText: Please give your view a name"));
+        Press(dialog, Qt::Key_Escape);
+    });
+    prompts.InputBox(QStringLiteral("Please give your view a name"), QStringLiteral("Create View"), {});
 }
 
 }  // namespace

@@ -64,7 +64,7 @@ void EveryWindow::VisitDataLink(const Visit& visit) {
 void EveryWindow::ForEach(const Visit& visit) {
     VisitTabs(visit);
     QString answer = QStringLiteral("=");
-    VisitDialog(new frmCriteriaBuilder(*state, form.get()), QStringLiteral("frmCriteriaBuilder"), visit);
+    VisitDialog(new frmCriteriaBuilder(*state, {}, form.get()), QStringLiteral("frmCriteriaBuilder"), visit);
     VisitDialog(new frmCalcFields(*state, form.get()), QStringLiteral("frmCalcFields"), visit);
     VisitDialog(new frmTableJoinTypes(*state, answer, form.get()), QStringLiteral("frmTableJoinTypes"),
                 visit);

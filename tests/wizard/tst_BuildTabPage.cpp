@@ -169,6 +169,52 @@ TEST_F(BuildTabPage, ACellsButtonOpensTheKeypad) {
     EXPECT_EQ(Grid()->DataSource()->TextAt(0, column), QStringLiteral(">42"));
 }
 
+// A text that the cell can't hold comes back as often as the user insists, and is lost only when he gives it
+// up.
+TEST_F(BuildTabPage, ARefusedTextIsOfferedUntilItFitsOrIsGivenUp) {
+    struct Row {
+        const char* What;
+        QStringList Ends;  ///< the button that ends each showing of the keypad, after "Clear" where it is "+"
+        int Boxes;
+        QString Cell;
+    };
+    const Row table[] = {
+        {"insisted, then made to fit",
+         {QStringLiteral("OK"), QStringLiteral("OK"), QStringLiteral("+OK")},
+         2,
+         QStringLiteral("= 5")},
+        {"given up", {QStringLiteral("OK"), QStringLiteral("Cancel")}, 1, QString()},
+    };
+    Start();
+    Click("cmdEditWhere");
+    const int column = Column(u"[Customers].[CustomerID]");
+    for (const Row& row : table) {
+        Grid()->SetCurrentCell(0, column);
+        const qsizetype before = prompts->Boxes.size();
+        int showing = 0;
+        QTimer driver;
+        QObject::connect(&driver, &QTimer::timeout, &driver, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (!dialog) return;
+            const QString end = row.Ends.value(showing, QStringLiteral("Cancel"));
+            auto* text = dialog->findChild<controls::ColouredText*>(QStringLiteral("txtCriteria"));
+            if (showing++ == 0) text->SetText(QStringLiteral("> ") + QString(600, u'9'));
+            EXPECT_GT(text->Text().size(), 550) << row.What << ", showing " << showing;
+            if (end.startsWith(u'+')) text->SetText(QStringLiteral("= 5"));
+            const QString name = QStringLiteral("cmdCriteria") + QString(end).remove(u'+');
+            dialog->findChild<QAbstractButton*>(name)->click();
+        });
+        driver.start(0);
+        QTest::keyClick(Grid()->Pane(0), Qt::Key_F4);
+        driver.stop();
+        EXPECT_EQ(showing, row.Ends.size()) << row.What;
+        EXPECT_EQ(prompts->Boxes.size() - before, row.Boxes) << row.What;
+        const bool written = Grid()->DataSource()->RecordCount() > 0;
+        EXPECT_EQ(written ? Grid()->DataSource()->TextAt(0, column) : QString(), row.Cell) << row.What;
+        if (written) Grid()->DataSource()->DeleteAll();
+    }
+}
+
 TEST_F(BuildTabPage, TheFormMayGoWhileItsDialogIsOpen) {
     Start();
     Click("cmdEditWhere");

@@ -54,7 +54,7 @@ TEST_F(Dialogs, KeysPutTheirTextIn) {
     };
     for (const KeyRow& row : table) {
         state.CurrentCellText = row.Before;
-        Run(new frmCriteriaBuilder(state, nullptr), [&row](QDialog& dialog) {
+        Run(new frmCriteriaBuilder(state, state.CurrentCellText, nullptr), [&row](QDialog& dialog) {
             auto* box = dialog.findChild<controls::ColouredText*>(QStringLiteral("txtCriteria"));
             QTextCursor cursor = box->textCursor();
             cursor.setPosition(row.SelectionStart);
@@ -107,7 +107,7 @@ TEST_F(Dialogs, CriteriaComeBackOnlyWhenTheyChanged) {
     for (const Row& row : table) {
         state.CurrentCellText = before;
         state.CriteriaChanged = false;
-        EXPECT_TRUE(Run(new frmCriteriaBuilder(state, nullptr), row.Act)) << row.What;
+        EXPECT_TRUE(Run(new frmCriteriaBuilder(state, state.CurrentCellText, nullptr), row.Act)) << row.What;
         EXPECT_EQ(state.CriteriaChanged, row.Changed) << row.What;
         EXPECT_EQ(state.CurrentCellText, row.Text) << row.What;
     }
@@ -115,7 +115,7 @@ TEST_F(Dialogs, CriteriaComeBackOnlyWhenTheyChanged) {
 
 TEST_F(Dialogs, ADialogGoesWithItsForm) {
     auto* form = new QWidget;
-    const bool there = Run(new frmCriteriaBuilder(state, form), [this, form](QDialog&) {
+    const bool there = Run(new frmCriteriaBuilder(state, {}, form), [this, form](QDialog&) {
         ++state.Showing;
         delete form;
     });
