@@ -41,6 +41,8 @@ void TellRefusal(const ZPGGlobalDeclarations& state, const QString& name, int wh
 
 /// The position that a host means by a number or by a text that reads as one; nothing for a name.
 std::optional<int> AsPosition(const QVariant& index) {
+    // A flag is a number, too, and none that a position has.
+    if (index.typeId() == QMetaType::Bool) return 0;
     bool isNumber = false;
     const double value = index.toDouble(&isNumber);
     const bool isText = index.typeId() == QMetaType::QString;

@@ -1,7 +1,9 @@
 #include "control/Host.h"
 
+#include <QColor>
 #include <QMetaMethod>
 #include <QMetaProperty>
+#include <QPoint>
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
@@ -52,6 +54,20 @@ TEST(Properties, ComeWithTheirDefaults) {
         EXPECT_EQ(property.isDesignable(), !row.Hidden) << row.Name;
     }
     EXPECT_TRUE(control.ZPBRunTimeControlIcon().isNull());
+}
+
+TEST(Properties, TakeColoursOfTheToolkit) {
+    Zephrin control;
+    EXPECT_TRUE(control.setProperty("ZPBLabelBackColor", QColor(0x12, 0x34, 0x56, 0x78)));
+    EXPECT_EQ(control.ZPBLabelBackColor(), 0x563412U);
+    EXPECT_TRUE(control.setProperty("ZPBLabelForeColor", QColor::fromHsv(0, 255, 255)));
+    EXPECT_EQ(control.ZPBLabelForeColor(), 0x0000FFU);
+    EXPECT_TRUE(control.setProperty("ZPBLabelForeColor", 0x80000005U));
+    EXPECT_EQ(control.ZPBLabelForeColor(), 0x80000005U);
+    EXPECT_FALSE(control.setProperty("ZPBLabelForeColor", QPoint(1, 1)));
+    control.setStyleSheet(QStringLiteral("* { qproperty-ZPBLabelBackColor: #0a0b0c; }"));
+    control.ensurePolished();
+    EXPECT_EQ(control.ZPBLabelBackColor(), 0x0C0B0AU);
 }
 
 TEST(Properties, EventsStandInTheirOrder) {

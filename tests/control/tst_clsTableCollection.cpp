@@ -45,11 +45,26 @@ TEST(TableCollection, AddsAndRemovesTablesOfTheOffer) {
         {"by position", [](auto t) { t.RemoveTable(1); }, "[Order Details]", ""},
         {"by a text that is a number", [](auto t) { t.RemoveTable(QStringLiteral("2")); }, "[Orders]", ""},
         {"a half goes to the even one", [](auto t) { t.RemoveTable(1.5); }, "[Orders]", ""},
+        {"by a flag", [](auto t) { t.RemoveTable(true); }, "[Orders] [Order Details]",
+         "AddTable Method: Table : 'true' does not exist in Collection./Unable to remove Table."},
+        {"the first of the names, twice",
+         [](auto t) {
+             t.RemoveTable(1);
+             t.AddTable(QStringLiteral("Orders"));
+             t.RemoveTable(QStringLiteral(" 1 "));
+         },
+         "[Orders]", ""},
+        {"below the first", [](auto t) { t.RemoveTable(0); }, "[Orders] [Order Details]",
+         "AddTable Method: Table : '0' does not exist in Collection./Unable to remove Table."},
         {"past the end", [](auto t) { t.RemoveTable(3); }, "[Orders] [Order Details]",
          "AddTable Method: Table : '3' does not exist in Collection./Unable to remove Table."},
         {"far past the end", [](auto t) { t.RemoveTable(QStringLiteral("1e300")); },
          "[Orders] [Order Details]",
          "AddTable Method: Table : '1e300' does not exist in Collection./Unable to remove Table."},
+        {"a delimiter alone", [](auto t) { t.AddTable(QStringLiteral("[")); }, "[Orders] [Order Details]",
+         "Add Table method: Table : '[' unknown to database"},
+        {"one letter", [](auto t) { t.AddTable(QStringLiteral("O")); }, "[Orders] [Order Details]",
+         "Add Table method: Table : 'O' unknown to database"},
         {"an unknown name", [](auto t) { t.RemoveTable(QStringLiteral("Nope")); }, "[Orders] [Order Details]",
          "AddTable Method: Table : 'Nope' does not exist in Collection./Unable to remove Table."},
         {"nothing at all", [](auto t) { t.RemoveTable(QVariant()); }, "[Orders] [Order Details]",
