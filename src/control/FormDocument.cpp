@@ -144,6 +144,8 @@ void FormDocument::Replace(const Range& range, const QString& replacement) {
 
 /// The blanks in front of what begins at `position`; empty when there is something else on the line.
 QString FormDocument::LineStart(qsizetype position) const {
+    // The search begins in front of the position, counted from the end: there is nothing in front of the
+    // first.
     const qsizetype line = text.lastIndexOf(u'\n', position - text.size() - 1) + 1;
     const QString front = text.mid(line, position - line);
     return front.trimmed().isEmpty() ? front : QString();

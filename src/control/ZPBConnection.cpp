@@ -203,6 +203,11 @@ void ZPBConnection::Private::Connect(const std::function<ConnectionErrors(Connec
         pointer.Show(MousePointer::Hourglass);
         errors = work(*run);
     }
+    if (alive && errors.IsEmpty()) {
+        // An offer is new also when it reads as the one before.
+        const QSignalBlocker quiet(form.lstZPGSelTables);
+        form.lstZPGSelTables->clearSelection();
+    }
     if (alive) Show();
     if (!errors.IsEmpty())
         asked->MsgBox(errors.Items.join(QStringLiteral("\r\n")), BoxStyle::OkOnly,

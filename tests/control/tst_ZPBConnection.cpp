@@ -218,6 +218,12 @@ TEST(ConnectionPage, ComplainsOfATimeAtEachChange) {
 
 TEST(ConnectionPage, FollowsTheSelection) {
     Desk desk("Both", ";[Orders]");
+    desk.Click("[Customers]");
+    EXPECT_EQ(desk.told.join(u' '), QStringLiteral("changed"));
+    desk.page->PropertyPage_SelectionChanged({&desk.control});
+    EXPECT_EQ(desk.Picture(), "* [BigOrders] [Customers] [Odd'Name] [Order Details] [Orders]|[Orders]");
+    EXPECT_EQ(desk.told.join(u' '), QStringLiteral("changed unchanged"));
+    desk.told.clear();
     Zephrin other;
     other.SetZPBCommandType(QStringLiteral("Procedures"));
     desk.page->PropertyPage_SelectionChanged({&other, &desk.control});
