@@ -15,10 +15,18 @@ TEST_F(FindPackage, GivesWhatIsAskedFor) {
         bool Found;
         const char* Says;
     };
+#if defined(ZEPHRIN_HAS_DESIGNER)
+    constexpr bool designer = true;
+    const char* const designerSays = "found: 1";
+#else
+    constexpr bool designer = false;
+    const char* const designerSays = "installed without the plugin for Qt Designer";
+#endif
     const Row table[] = {
         {"nothing", "", "REQUIRED", true, "there is Zephrin::Shared"},
         {"both", "0.1", "REQUIRED;COMPONENTS;Static;Shared", true, "there is Zephrin::Static"},
         {"optional", "0.1", "REQUIRED;OPTIONAL_COMPONENTS;Sound", true, "there is Zephrin::Shared"},
+        {"the plugin", "", "REQUIRED;COMPONENTS;Designer", designer, designerSays},
         {"unknown", "", "REQUIRED;COMPONENTS;Sound", false,
          "no component \"Sound\". There are Shared, Static and Designer."},
         {"unknown, not required", "", "COMPONENTS;Sound", true, "found: 0"},
