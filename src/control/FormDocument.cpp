@@ -33,6 +33,9 @@ class FormDocument::Finder {
                 Start(places, {ElementStart(before), Position()});
             } else if (reader.isEndElement()) {
                 End(places);
+            } else if (reader.isDTD()) {
+                // Entities of its own would stand for text that cannot be found in the form.
+                reader.raiseError(QStringLiteral("A form with a document type cannot be edited."));
             }
         }
         return places;

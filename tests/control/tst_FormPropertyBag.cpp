@@ -268,6 +268,8 @@ TEST(FormBag, RefusesDamagedFormsAndLeavesThemAlone) {
         {"<ui><widget name=\"builder\"/></ui><ui/>", "3001 Extra content at end of document. (line 1)"},
         {"<ui><widget name=\"builder\"/>", "3001 Premature end of document. (line 1)"},
         {"<html><widget name=\"builder\"/></html>", "3001 This is no form of Qt Designer."},
+        {"<!DOCTYPE ui [<!ENTITY b 'builder'>]><ui><widget name=\"builder\"/></ui>",
+         "3001 A form with a document type cannot be edited. (line 1)"},
         {"<ui>\xFF<widget name=\"builder\"/></ui>", "3001 The form is not in UTF-8."},
         {"<ui><widget name=\"Builder\"/><x name=\"builder\"/></ui>",
          "3265 The form has no widget named 'builder'."},
