@@ -68,10 +68,10 @@ Editor::~Editor() {
 }
 
 void Editor::Open(const QString& properties) {
-    Load(FormText(properties));
+    OpenContents(FormText(properties));
 }
 
-void Editor::Load(const QString& contents) {
+void Editor::OpenContents(const QString& contents) {
     if (form) form->setDirty(false);
     delete form;
     form = core->formWindowManager()->createFormWindow(core->topLevel());
@@ -86,7 +86,7 @@ void Editor::Load(const QString& contents) {
 
 void Editor::Reopen() {
     const QString contents = form->contents();
-    Load(contents);
+    OpenContents(contents);
 }
 
 QString Editor::Stored() const {

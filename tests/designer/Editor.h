@@ -21,6 +21,8 @@ class Editor {
 
     /// Shows a form with one control, which has these properties besides its place.
     void Open(const QString& properties = {});
+    /// The control is the first of the form, then.
+    void OpenContents(const QString& contents);
     /// The properties that the form stores for the control, each on a line: "name=text of its element". A
     /// colour is "r,g,b". The place is left out.
     QString Stored() const;
@@ -36,9 +38,6 @@ class Editor {
     std::unique_ptr<QDesignerFormEditorInterface> core;
     QDesignerFormWindowInterface* form = nullptr;
     Zephrin* control = nullptr;
-
- private:
-    void Load(const QString& contents);
 };
 
 /// A form of one control that is called "zephrin".
