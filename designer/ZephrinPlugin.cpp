@@ -35,7 +35,11 @@ QString ZephrinPlugin::includeFile() const {
 }
 
 QIcon ZephrinPlugin::icon() const {
-    return QIcon(QStringLiteral(":/zephrin/designer/zephrin.svg"));
+    // The widget box shows only icons that have sizes, which a drawing has not.
+    const QIcon drawing(QStringLiteral(":/zephrin/designer/zephrin.svg"));
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64}) icon.addPixmap(drawing.pixmap(size, size));
+    return icon;
 }
 
 QWidget* ZephrinPlugin::createWidget(QWidget* parent) {

@@ -22,14 +22,14 @@ TEST(ZephrinPlugin, PutsTheControlIntoTheWidgetBox) {
     EXPECT_FALSE(item->isContainer());
 
     const QDesignerWidgetBoxInterface* box = editor.core->widgetBox();
-    QStringList offered;
+    QStringList offered;  // each with its icon
     for (int category = 0; category < box->categoryCount(); ++category) {
         for (int widget = 0; widget < box->widgetCount(category); ++widget) {
             if (box->category(category).name() != QLatin1StringView("Zephrin")) continue;
-            offered << box->widget(category, widget).name();
+            offered << box->widget(category, widget).name() << box->widget(category, widget).iconName();
         }
     }
-    EXPECT_EQ(offered, QStringList{QStringLiteral("Zephrin")});
+    EXPECT_EQ(offered.join(u' '), QStringLiteral("Zephrin __qt_icon__zephrin::Zephrin"));
 }
 
 TEST(ZephrinPlugin, ShowsTheControlOnAFormInItsFixedSize) {
