@@ -6,10 +6,24 @@
 
 #include <zephrin/Zephrin.h>
 
+#include <QDesignerFormWindowInterface>
+#include <QEvent>
 #include <QExtensionManager>
 #include <QIcon>
 
 namespace zephrin::designer {
+
+namespace {
+
+constexpr const char* designTime = "ZPBDesignTime";
+
+/// On a form, or in the picture that is dragged to one.
+bool IsDesigned(QWidget* control) {
+    return QDesignerFormWindowInterface::findFormWindow(control) ||
+           control->window()->windowType() == Qt::ToolTip;
+}
+
+}  // namespace
 
 QString ZephrinPlugin::name() const {
     return QStringLiteral("zephrin::Zephrin");
@@ -44,8 +58,17 @@ QIcon ZephrinPlugin::icon() const {
 
 QWidget* ZephrinPlugin::createWidget(QWidget* parent) {
     auto* control = new Zephrin(parent);
-    if (designer) control->setProperty("ZPBDesignTime", true);
+    if (designer) {
+        control->setProperty(designTime, true);
+        control->installEventFilter(this);
+    }
     return control;
+}
+
+bool ZephrinPlugin::eventFilter(QObject* watched, QEvent* event) {
+    auto* control = event->type() == QEvent::Show ? qobject_cast<Zephrin*>(watched) : nullptr;
+    if (control && !IsDesigned(control)) control->setProperty(designTime, false);
+    return QObject::eventFilter(watched, event);
 }
 
 void ZephrinPlugin::initialize(QDesignerFormEditorInterface* core) {

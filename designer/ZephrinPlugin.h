@@ -28,6 +28,7 @@ class ZephrinPlugin : public QObject, public QDesignerCustomWidgetInterface {
     bool isInitialized() const override { return !designer.isNull(); }
     void initialize(QDesignerFormEditorInterface* core) override;
     QString domXml() const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
     /// Null in a program that only loads forms.

@@ -1,8 +1,11 @@
 #include "Editor.h"
 
+#include <QApplication>
+#include <QDesignerFormWindowManagerInterface>
 #include <QDesignerWidgetBoxInterface>
 #include <QDesignerWidgetDataBaseInterface>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace zephrin::test {
@@ -39,6 +42,24 @@ TEST(ZephrinPlugin, ShowsTheControlOnAFormInItsFixedSize) {
     editor.form->show();
     EXPECT_TRUE(editor.control->isVisible());
     EXPECT_EQ(editor.control->size(), editor.control->sizeHint());
+}
+
+TEST(ZephrinPlugin, HidesTheControlInAPreview) {
+    Editor editor;
+    editor.Open();
+    editor.core->topLevel()->show();
+    editor.form->show();
+    editor.core->formWindowManager()->showPreview();
+    QCoreApplication::processEvents();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto preview = std::find_if(windows.begin(), windows.end(), [&editor](const QWidget* window) {
+        return window != editor.core->topLevel() && window->findChild<Zephrin*>();
+    });
+    ASSERT_NE(preview, windows.end());
+    EXPECT_TRUE((*preview)->isVisible());
+    EXPECT_FALSE((*preview)->findChild<Zephrin*>()->isVisible());
+    EXPECT_TRUE(editor.control->isVisible());
+    editor.core->formWindowManager()->closeAllPreviews();
 }
 
 TEST(ZephrinPlugin, StoresNothingOfAControlThatNobodyChanged) {
