@@ -3,7 +3,6 @@
 #include "support/ExpectedLog.h"
 
 #include <QCoreApplication>
-#include <QDesignerActionEditorInterface>
 #include <QDesignerFormWindowCursorInterface>
 #include <QDesignerFormWindowManagerInterface>
 #include <QDesignerIntegration>
@@ -55,7 +54,6 @@ Editor::Editor() {
     core->setWidgetBox(QDesignerComponents::createWidgetBox(core.get(), window));
     core->setPropertyEditor(QDesignerComponents::createPropertyEditor(core.get(), window));
     core->setObjectInspector(QDesignerComponents::createObjectInspector(core.get(), window));
-    core->setActionEditor(QDesignerComponents::createActionEditor(core.get(), window));
     new QDesignerIntegration(core.get(), core.get());
     QDesignerComponents::initializePlugins(core.get());
 }
