@@ -130,6 +130,8 @@ TEST_F(GridActions, ScreenReadersPressWhatIsPainted) {
     Grid.SetCurrentCell(1, 0);
     EXPECT_FALSE(actions->actionNames().contains(press));
     const QAccessibleInterface* pane = QAccessible::queryAccessibleInterface(&Pane());
+    EXPECT_EQ(Pane().model()->headerData(1, Qt::Horizontal, Qt::ToolTipRole).toString(),
+              QStringLiteral("B\nSort: Ctrl+Return."));
     EXPECT_EQ(pane->text(QAccessible::Description), QStringLiteral("Choose: F4. Sort: Ctrl+Return."));
 }
 

@@ -18,6 +18,12 @@ QKeySequence Keys(Qt::KeyboardModifiers modifiers, Qt::Key key) {
     return QKeySequence(QKeyCombination(modifiers, key));
 }
 
+/// "Sort by This Column: Ctrl+Return."
+QString InWords(const QAction& action) {
+    return DataGrid::tr("%1: %2.").arg(QString(action.text()).remove(u'&'),
+                                       action.shortcut().toString(QKeySequence::NativeText));
+}
+
 }  // namespace
 
 GridActions::GridActions(DataGridPrivate& owner)
@@ -80,13 +86,12 @@ void GridActions::SetHeadText(const QString& text) {
     head->setText(text);
     head->setVisible(true);
     if (!worded.contains(head)) worded << head;
+    grid.model.SetHeadHint(InWords(*head));
 }
 
 QString GridActions::KeysInWords() const {
     QStringList words;
-    for (const QAction* action : worded)
-        words << DataGrid::tr("%1: %2.").arg(QString(action->text()).remove(u'&'),
-                                             action->shortcut().toString(QKeySequence::NativeText));
+    for (const QAction* action : worded) words << InWords(*action);
     return words.join(u' ');
 }
 

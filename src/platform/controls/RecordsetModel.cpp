@@ -196,7 +196,8 @@ QVariant RecordsetModel::ColumnHead(int column, int role) const {
         case Qt::DisplayRole:
             return recordset->FieldAt(column).Name;
         case Qt::ToolTipRole:
-            return PlainToolTip(recordset->FieldAt(column).Name);
+            return PlainToolTip(headHint.isEmpty() ? recordset->FieldAt(column).Name
+                                                   : recordset->FieldAt(column).Name + u'\n' + headHint);
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(AlignmentOf(recordset->FieldAt(column).Type));
         default:

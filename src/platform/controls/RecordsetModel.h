@@ -28,6 +28,8 @@ class RecordsetModel : public QAbstractTableModel {
     /// The column whose head is emphasised; -1 for none.
     void SetMarkedColumn(int column);
     int MarkedColumn() const { return marked; }
+    /// What stands below the name in the tool tip of a head.
+    void SetHeadHint(const QString& text) { headHint = text; }
 
     /// True while the views are told of a change that the program made to the recordset.
     bool IsTelling() const { return telling; }
@@ -65,6 +67,7 @@ class RecordsetModel : public QAbstractTableModel {
     int changeBy = 0;
     bool telling = false;
     int marked = -1;
+    QString headHint;
     bool allowUpdate = false;
     bool allowAddNew = false;
 };
