@@ -77,18 +77,21 @@ void ZephrinPropertySheet::setProperty(int index, const QVariant& value) {
 }
 
 void ZephrinPropertySheet::Follow(int index) {
-    bool followed = false;
     for (const Dependence& dependence : std::as_const(dependences)) {
         if (dependence.Needed != index) continue;
         sheet.setProperty(dependence.Flag, dependence.Wanted);
-        followed = true;
+        ShowAgain(dependence.Flag);
     }
-    const auto* form = followed ? QDesignerFormWindowInterface::findFormWindow(&control) : nullptr;
+}
+
+void ZephrinPropertySheet::ShowAgain(int index) const {
+    const auto* form = QDesignerFormWindowInterface::findFormWindow(&control);
     QDesignerPropertyEditorInterface* editor = form ? form->core()->propertyEditor() : nullptr;
     if (!editor || editor->object() != &control) return;
-    // It is in the middle of setting this one.
-    QTimer::singleShot(0, editor, [editor, designed = QPointer<QObject>(&control)] {
-        if (designed && editor->object() == designed) editor->setObject(designed);
+    // Later, as the editor is in the middle of what makes this needed.
+    QTimer::singleShot(0, this, [this, index, editor = QPointer(editor), designed = QPointer(&control)] {
+        if (editor && designed && editor->object() == designed)
+            editor->setPropertyValue(sheet.propertyName(index), sheet.property(index), isChanged(index));
     });
 }
 
@@ -102,6 +105,8 @@ bool ZephrinPropertySheet::isEnabled(int index) const {
     const bool needsMore = std::any_of(
         dependences.begin(), dependences.end(),
         [&](const Dependence& dependence) { return dependence.Flag == index && !IsTrue(dependence.Needed); });
+    // Designer's editor lets the user try all the same, and is about to be refused.
+    if (needsMore) ShowAgain(index);
     return !needsMore && sheet.isEnabled(index);
 }
 

@@ -16,11 +16,10 @@ namespace zephrin::designer {
 /// The properties of a control as the property editor shows them and the form stores them: Designer's own
 /// sheet of the control, asked for everything, and on top of it what Designer cannot know.
 ///
-/// - The two OLE colours are colours. A system colour is shown by its role in the palette while it is the
-/// default,
-///   and as its number where a form sets it: a colour would be stored as a plain one and not be the system's
-///   any more.
-/// - A flag that needs another one is disabled without it, and has its value again when it comes back.
+/// - The two OLE colours are colours. A system colour that is the default is shown by its role in the
+/// palette.
+///   One that a form sets is shown as its number: as a colour it would be stored as a plain one.
+/// - A flag that needs another one cannot be set without it, and has its value again when that comes back.
 /// - A connection string and the like are plain bytes: a text would be offered to translators, and set again
 ///   whenever the language changes.
 class ZephrinPropertySheet : public QObject, public QDesignerPropertySheetExtension {
@@ -61,9 +60,10 @@ class ZephrinPropertySheet : public QObject, public QDesignerPropertySheetExtens
     QByteArray NameOf(int index) const;
     bool IsColour(int index) const { return colourDefaults.contains(index); }
     bool IsTrue(int index) const { return sheet.property(index).toBool(); }
-    /// Gives the flags that need the one at `index` their values again, now that it has changed, and lets the
-    /// property editor show which of them can be edited.
+    /// Gives the flags that need the one at `index` their values again, now that it has changed.
     void Follow(int index);
+    /// Has the property editor show what the flag at `index` is.
+    void ShowAgain(int index) const;
     /// The OLE colour, whatever way it is shown.
     quint32 Colour(int index) const;
 

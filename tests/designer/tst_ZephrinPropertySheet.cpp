@@ -170,6 +170,8 @@ TEST(ZephrinPropertySheet, GivesAFlagItsValueAgainWithTheOneItNeeds) {
         EXPECT_FALSE(flag());
         EXPECT_FALSE(editor.Sheet().isEnabled(index));
         EXPECT_EQ(editor.Stored(), QString::fromLatin1(row.Needed) + u"=false\n"_qs);
+        editor.SetByEditor(row.Flag, true);
+        EXPECT_EQ(editor.Stored(), QString::fromLatin1(row.Needed) + u"=false\n"_qs) << "was refused";
         editor.SetByEditor(row.Needed, true);
         EXPECT_TRUE(flag());
         EXPECT_TRUE(editor.Sheet().isEnabled(index));
