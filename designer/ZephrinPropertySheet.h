@@ -16,9 +16,8 @@ namespace zephrin::designer {
 /// The properties of a control as the property editor shows them and the form stores them: Designer's own
 /// sheet of the control, asked for everything, and on top of it what Designer cannot know.
 ///
-/// - The two OLE colours are colours. A system colour that is the default is shown by its role in the
-/// palette.
-///   One that a form sets is shown as its number: as a colour it would be stored as a plain one.
+/// - The two OLE colours are colours. The default system colour is shown by its role in the palette; one that
+///   a form sets is shown as its number: as a colour it would be stored as a plain one.
 /// - A flag that needs another one cannot be set without it, and has its value again when that comes back.
 /// - A connection string and the like are plain bytes: a text would be offered to translators, and set again
 ///   whenever the language changes.
