@@ -5,6 +5,8 @@ set(CPACK_PACKAGE_NAME zephrin)
 set(CPACK_PACKAGE_VENDOR "The Zephrin authors")
 set(CPACK_PACKAGE_CONTACT "The Zephrin authors <zephrin@localhost>")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
+# CPack puts any other text than this one before the summary of each package.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_NAME} built using CMake")
 set(CPACK_PACKAGE_CHECKSUM SHA256)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
