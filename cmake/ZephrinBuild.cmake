@@ -76,7 +76,11 @@ function(zephrin_test name)
         return()
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 120 ENVIRONMENT "${environment}")
+        PROPERTIES TIMEOUT 120)
+    # Not among the properties above: of a list in there only the first item arrives.
+    set(set_environment ${CMAKE_CURRENT_BINARY_DIR}/${name}_environment.cmake)
+    file(WRITE ${set_environment} "set_tests_properties(\${${name}_TESTS} PROPERTIES ENVIRONMENT \"${environment}\")\n")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${set_environment})
     # For a folder that runs its program in further ways.
     set(zephrin_test_environment "${environment}" PARENT_SCOPE)
 endfunction()
