@@ -30,6 +30,31 @@ if(ZEPHRIN_SANITIZE)
     target_link_options(zephrin_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# zephrin_part(NAME OPTION "what it is" PACKAGE VERSION)
+#
+# A part that is built where the package that it needs is there. The option is ON, OFF, or AUTO, which looks at every configure
+# step, so that installing what was missing is enough; ON fails where it is missing. ZEPHRIN_PARTS gets the name of a part
+# to build.
+function(zephrin_part name option what package version)
+    set(unasked OFF)
+    if(PROJECT_IS_TOP_LEVEL)
+        set(unasked AUTO)
+    endif()
+    set(${option} ${unasked} CACHE STRING "Build ${what}: ON, OFF, or AUTO, where ${package} is there")
+    if(${option} STREQUAL "AUTO")
+        find_package(${package} ${version} QUIET)
+        if(NOT ${package}_FOUND)
+            message(STATUS "Without ${what}: ${package} is not there")
+            return()
+        endif()
+    elseif(${option})
+        find_package(${package} ${version} REQUIRED)
+    else()
+        return()
+    endif()
+    set(ZEPHRIN_PARTS ${ZEPHRIN_PARTS} ${name} PARENT_SCOPE)
+endfunction()
+
 # zephrin_room(NAME DEPENDS room... LIBRARIES lib...)
 #
 # A room is the static library of its folder. It sees the public headers, its own folder's tree by paths from src/,

@@ -21,6 +21,13 @@ void Remember(QtMsgType type, const QMessageLogContext&, const QString& message)
     unexpected << message;
 }
 
+/// Where nothing that tests need may be missing, a test that is skipped for want of it fails.
+class SkipListener : public testing::EmptyTestEventListener {
+    void OnTestEnd(const testing::TestInfo& test) override {
+        if (test.result()->Skipped()) ADD_FAILURE() << "skipped where nothing may be missing";
+    }
+};
+
 /// A warning that nobody announced fails the test in which it was logged.
 class LogListener : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo&) override {
@@ -59,5 +66,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     qInstallMessageHandler(Remember);
     testing::UnitTest::GetInstance()->listeners().Append(new LogListener);
+    if (qEnvironmentVariableIsSet("ZEPHRIN_SKIP_NOTHING"))
+        testing::UnitTest::GetInstance()->listeners().Append(new SkipListener);
     return RUN_ALL_TESTS();
 }
