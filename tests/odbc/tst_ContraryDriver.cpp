@@ -74,6 +74,15 @@ TEST_F(ContraryDriver, NumbersErrorsSoThatTheCallerIsNotMisled) {
     EXPECT_EQ(connection.State(), ado::ObjectState::Closed);
 }
 
+TEST_F(ContraryDriver, TellsOfAStatementThatFailsInTheMiddleOfItsRows) {
+    Open("Do=blocks");
+    EXPECT_EQ(connection.Execute(QStringLiteral("warned"))->RecordCount(), 3) << "warnings are no failure";
+    const Error error = FailureOf("middle");
+    EXPECT_EQ(error.Number(), 8134);
+    EXPECT_EQ(error.Description(), QStringLiteral("[Contrary]divided by zero"));
+    EXPECT_EQ(connection.Execute(QStringLiteral("warned"))->RecordCount(), 3) << "the connection lives on";
+}
+
 TEST_F(ContraryDriver, IsLeftBehindWhereItHangs) {
     connection.SetConnectionTimeout(1);
     EXPECT_EQ(FailureOf([this] { Open("Do=hang"); }).Number(), ErrorNumber::TimeoutExpired);

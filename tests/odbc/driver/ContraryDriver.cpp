@@ -26,10 +26,14 @@ struct Cell {
     bool TellsLength = true;
 };
 
-struct Handle {
+struct Record {
     std::string State;
+    SQLINTEGER Native;
     std::string Message;
-    SQLINTEGER Native = 0;
+};
+
+struct Handle {
+    std::vector<Record> Records;
     std::string Scenario;
     std::atomic<bool> HangsInCancel = false;  // read while another thread executes
     struct Bound {
@@ -41,11 +45,15 @@ struct Handle {
     std::map<int, Bound> Bindings;
     std::map<int, size_t> Read;  // units of a column that SQLGetData has handed out
     int RowsLeft = 0;
+    // How whole blocks of rows are fetched, on a connection that can.
+    bool CanBlocks = false;
+    SQLULEN BlockRows = 1;
+    SQLULEN RowBytes = 0;
+    SQLULEN* Offset = nullptr;
+    SQLULEN* Fetched = nullptr;
 
     SQLRETURN Fail(const char* state, SQLINTEGER native, const char* message) {
-        State = state;
-        Native = native;
-        Message = message;
+        Records = {{state, native, message}};
         return SQL_ERROR;
     }
 };
@@ -66,6 +74,8 @@ const std::vector<Cell>& CellsOf(const std::string& scenario) {
           {SQL_WLONGVARCHAR, 0, u"", true}}},
         {"lie", {{SQL_VARCHAR, 3, u"longer than three"}}},
         {"fetch", {{SQL_INTEGER, 10, u"1"}}},
+        {"warned", {{SQL_INTEGER, 10, u"1"}}},
+        {"middle", {{SQL_INTEGER, 10, u"1"}}},
     };
     static const std::vector<Cell> none;
     const auto found = all.find(scenario);
@@ -96,8 +106,10 @@ SQLRETURN Deliver(const Cell& cell, const Handle::Bound& to, size_t& from) {
 
 extern "C" {
 
-SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT, SQLHANDLE, SQLHANDLE* out) {
-    *out = new Handle;
+SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE* out) {
+    auto* made = new Handle;
+    made->CanBlocks = type == SQL_HANDLE_STMT && Of(parent)->CanBlocks;
+    *out = made;
     return SQL_SUCCESS;
 }
 SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT, SQLHANDLE handle) {
@@ -117,6 +129,7 @@ SQLRETURN SQL_API SQLDisconnect(SQLHDBC) {
 SQLRETURN SQL_API SQLDriverConnect(SQLHDBC connection, SQLHWND, SQLCHAR* text, SQLSMALLINT, SQLCHAR*,
                                    SQLSMALLINT, SQLSMALLINT*, SQLUSMALLINT) {
     const std::string given(reinterpret_cast<const char*>(text));
+    Of(connection)->CanBlocks = given.find("Do=blocks") != std::string::npos;
     if (given.find("Do=hang") != std::string::npos) sleep(HangSeconds);
     if (given.find("Do=refuse") != std::string::npos)
         return Of(connection)->Fail("08001", 3705, "[Contrary]refused with a number of ADO's");
@@ -126,8 +139,9 @@ SQLRETURN SQL_API SQLDriverConnect(SQLHDBC connection, SQLHWND, SQLCHAR* text, S
 SQLRETURN SQL_API SQLGetDiagRec(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT record, SQLCHAR* state,
                                 SQLINTEGER* native, SQLCHAR* message, SQLSMALLINT capacity,
                                 SQLSMALLINT* length) {
-    const Handle& from = *Of(handle);
-    if (record > 1 || from.Message.empty()) return SQL_NO_DATA;
+    const std::vector<Record>& all = Of(handle)->Records;
+    if (size_t(record) > all.size()) return SQL_NO_DATA;
+    const Record& from = all[size_t(record) - 1];
     std::memcpy(state, from.State.c_str(), 6);
     *native = from.Native;
     *length = SQLSMALLINT(from.Message.copy(reinterpret_cast<char*>(message), size_t(capacity) - 1));
@@ -182,18 +196,55 @@ SQLRETURN SQL_API SQLBindCol(SQLHSTMT statement, SQLUSMALLINT number, SQLSMALLIN
     return SQL_SUCCESS;
 }
 
+SQLRETURN SQL_API SQLSetStmtAttr(SQLHSTMT statement, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
+    Handle& handle = *Of(statement);
+    if (!handle.CanBlocks) return handle.Fail("HYC00", 0, "[Contrary]no attributes");
+    if (attribute == SQL_ATTR_ROW_ARRAY_SIZE) handle.BlockRows = reinterpret_cast<SQLULEN>(value);
+    if (attribute == SQL_ATTR_ROW_BIND_TYPE) handle.RowBytes = reinterpret_cast<SQLULEN>(value);
+    if (attribute == SQL_ATTR_ROW_BIND_OFFSET_PTR) handle.Offset = static_cast<SQLULEN*>(value);
+    if (attribute == SQL_ATTR_ROWS_FETCHED_PTR) handle.Fetched = static_cast<SQLULEN*>(value);
+    return SQL_SUCCESS;
+}
+SQLRETURN SQL_API SQLGetStmtAttr(SQLHSTMT statement, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER,
+                                 SQLINTEGER*) {
+    if (attribute != SQL_ATTR_ROW_ARRAY_SIZE)
+        return Of(statement)->Fail("HYC00", 0, "[Contrary]not that one");
+    *static_cast<SQLULEN*>(value) = Of(statement)->BlockRows;
+    return SQL_SUCCESS;
+}
+
 SQLRETURN SQL_API SQLFetch(SQLHSTMT statement) {
     Handle& handle = *Of(statement);
-    if (handle.RowsLeft-- == 0) return SQL_NO_DATA;
-    if (handle.Scenario == "fetch" && handle.RowsLeft == 0)
-        return handle.Fail("22003", 5, "[Contrary]third row");
-    handle.Read.clear();
+    handle.Records.clear();
+    if (handle.RowsLeft == 0) return SQL_NO_DATA;
     SQLRETURN outcome = SQL_SUCCESS;
-    for (const auto& [number, bound] : handle.Bindings) {
-        size_t from = 0;
-        if (Deliver(CellsOf(handle.Scenario)[size_t(number - 1)], bound, from) != SQL_SUCCESS)
+    SQLULEN row = 0;
+    for (; row < handle.BlockRows && handle.RowsLeft > 0; ++row) {
+        --handle.RowsLeft;
+        if (handle.Scenario == "fetch" && handle.RowsLeft == 0)
+            return handle.Fail("22003", 5, "[Contrary]third row");
+        if (handle.Scenario == "warned" || handle.Scenario == "middle") {
+            // More warnings than anybody reads, and behind them what FreeTDS tells of a server that gave up.
+            handle.Records.insert(handle.Records.end(), 40,
+                                  {"01003", 8153, "[Contrary]a Null was passed over"});
             outcome = SQL_SUCCESS_WITH_INFO;
+        }
+        if (handle.Scenario == "middle" && handle.RowsLeft == 0) {
+            handle.Records.push_back({"22012", 8134, "[Contrary]divided by zero"});
+            break;
+        }
+        handle.Read.clear();
+        for (const auto& [number, bound] : handle.Bindings) {
+            const SQLULEN by = (handle.Offset ? *handle.Offset : 0) + row * handle.RowBytes;
+            const Handle::Bound place{
+                bound.CType, static_cast<char*>(bound.Place) + by, bound.Capacity,
+                reinterpret_cast<SQLLEN*>(reinterpret_cast<char*>(bound.Indicator) + by)};
+            size_t from = 0;
+            if (Deliver(CellsOf(handle.Scenario)[size_t(number - 1)], place, from) != SQL_SUCCESS)
+                outcome = SQL_SUCCESS_WITH_INFO;
+        }
     }
+    if (handle.Fetched) *handle.Fetched = row;
     return outcome;
 }
 

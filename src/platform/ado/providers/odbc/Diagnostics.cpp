@@ -2,10 +2,22 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <utility>
 
 namespace zephrin::ado::odbc {
 
 namespace {
+
+/// Records of one call that are kept. Of what comes behind them only errors are, so that a warning for each
+/// row doesn't hide them.
+constexpr qsizetype MostRecords = 50;
+
+/// The classes "success" and "warning" of the standard. Some drivers tell of a server's notice with the
+/// first.
+bool IsHarmless(QStringView state) {
+    return state.startsWith(u"00") || state.startsWith(u"01");
+}
 
 /// A message may be longer than the buffer; then it is read again whole.
 QString ReadMessage(SQLSMALLINT kind, SQLHANDLE handle, SQLSMALLINT record, SQLSMALLINT units) {
@@ -44,30 +56,40 @@ QList<Diagnostic> ReadDiagnostics(SQLSMALLINT kind, SQLHANDLE handle) {
     SQLINTEGER native = 0;
     SQLSMALLINT length = 0;
     // A driver that repeats itself for ever is stopped.
-    for (SQLSMALLINT record = 1; record <= 50; ++record) {
+    for (SQLSMALLINT record = 1; record < std::numeric_limits<SQLSMALLINT>::max(); ++record) {
         if (!SQL_SUCCEEDED(SQLGetDiagRecW(kind, handle, record, state.data(), &native, message.data(),
                                           SQLSMALLINT(message.size()), &length)))
             break;
+        const QString stateText = FromWide(state.data(), 5);
+        if (found.size() >= MostRecords) {
+            if (IsHarmless(stateText)) continue;
+            found.removeLast();
+        }
         QString text = FromWide(message.data());
         if (length >= SQLSMALLINT(message.size()) && length < 32000)
             text = ReadMessage(kind, handle, record, SQLSMALLINT(length + 1));
-        found.append({FromWide(state.data(), 5), int(native), text.trimmed()});
+        found.append({stateText, int(native), text.trimmed()});
     }
     return found;
 }
 
 Diagnostic Leading(const QList<Diagnostic>& diagnostics) {
-    const auto numbered = std::find_if(diagnostics.begin(), diagnostics.end(),
-                                       [](const Diagnostic& record) { return record.Native != 0; });
-    if (numbered != diagnostics.end()) return *numbered;
-    if (!diagnostics.isEmpty()) return diagnostics.front();
+    const auto rank = [](const Diagnostic& record) {
+        return std::pair(IsHarmless(record.State), record.Native == 0);
+    };
+    const auto shown = std::min_element(
+        diagnostics.begin(), diagnostics.end(),
+        [&](const Diagnostic& left, const Diagnostic& right) { return rank(left) < rank(right); });
+    if (shown != diagnostics.end()) return *shown;
     return {QStringLiteral("HY000"), 0, QStringLiteral("The driver failed without saying why.")};
 }
 
 bool MeansLostConnection(const QList<Diagnostic>& diagnostics) {
     return std::any_of(diagnostics.begin(), diagnostics.end(), [](const Diagnostic& record) {
-        // The standard's class, its time-out of a connection, and PostgreSQL's states of a server that went down.
-        return record.State.startsWith(QLatin1StringView("08")) || record.State == QLatin1StringView("HYT01") ||
+        // The standard's class, its time-out of a connection, and PostgreSQL's states of a server that went
+        // down.
+        return record.State.startsWith(QLatin1StringView("08")) ||
+               record.State == QLatin1StringView("HYT01") ||
                record.State.startsWith(QLatin1StringView("57P0"));
     });
 }
@@ -92,6 +114,17 @@ void FailStatement(const Statement& statement, const QString& driverName) {
                       nullptr);
     if (dead == SQL_CD_TRUE) throw Error(ErrorNumber::InvalidConnection, error.Description(), error.Source());
     throw error;
+}
+
+void CheckStatement(SQLRETURN outcome, const Statement& statement, const QString& driverName) {
+    if (outcome == SQL_SUCCESS) return;
+    if (SQL_SUCCEEDED(outcome)) {
+        const QList<Diagnostic> told = ReadDiagnostics(SQL_HANDLE_STMT, statement.Handle());
+        if (std::all_of(told.begin(), told.end(),
+                        [](const Diagnostic& each) { return IsHarmless(each.State); }))
+            return;
+    }
+    FailStatement(statement, driverName);
 }
 
 }  // namespace zephrin::ado::odbc

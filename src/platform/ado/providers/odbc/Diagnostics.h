@@ -18,8 +18,9 @@ struct Diagnostic {
 
 QList<Diagnostic> ReadDiagnostics(SQLSMALLINT kind, SQLHANDLE handle);
 
-/// The record that a person should see: the first with a number of the server's own, else the first. Managers
-/// and drivers put records of their own around it, often the same one twice.
+/// The record that a person should see: the first with a number of the server's own, else the first, and no
+/// warning where there is more. Managers and drivers put records of their own around it, often the same one
+/// twice.
 Diagnostic Leading(const QList<Diagnostic>& diagnostics);
 
 /// Whether one of the records says that the connection itself is gone.
@@ -39,5 +40,10 @@ Error ToError(const QList<Diagnostic>& diagnostics, Stage stage, const QString& 
 
 /// Throws the error of a call that failed on `statement`.
 [[noreturn]] void FailStatement(const Statement& statement, const QString& driverName);
+
+/// Throws the error of a call on `statement` where `outcome` isn't a success, or a success that tells of an
+/// error: a statement that fails in the middle of its rows delivers the rows before as a success "with info",
+/// and the next fetch is just the end.
+void CheckStatement(SQLRETURN outcome, const Statement& statement, const QString& driverName);
 
 }  // namespace zephrin::ado::odbc

@@ -78,13 +78,12 @@ ColumnInfo Describe(const Statement& statement, SQLUSMALLINT number, const Drive
 SQLSMALLINT FirstColumns(const Statement& statement, const QString& driverName) {
     for (;;) {
         SQLSMALLINT columns = 0;
-        if (!SQL_SUCCEEDED(SQLNumResultCols(statement.Handle(), &columns)))
-            FailStatement(statement, driverName);
+        CheckStatement(SQLNumResultCols(statement.Handle(), &columns), statement, driverName);
         if (columns > 0) return columns;
         const SQLRETURN outcome = SQLMoreResults(statement.Handle());
         if (outcome == SQL_NO_DATA) return 0;
         if (!SQL_SUCCEEDED(outcome) && LacksFunction(statement)) return 0;
-        if (!SQL_SUCCEEDED(outcome)) FailStatement(statement, driverName);
+        CheckStatement(outcome, statement, driverName);
     }
 }
 
@@ -93,7 +92,7 @@ std::vector<ColumnInfo> ExecuteAndDescribe(const Statement& statement, const QSt
     PutLimits(statement.Handle(), options);
     const SQLRETURN outcome = SQLExecDirectW(statement.Handle(), ToWide(text), SQLINTEGER(text.size()));
     // An update that met no row is "no data", and a success.
-    if (!SQL_SUCCEEDED(outcome) && outcome != SQL_NO_DATA) FailStatement(statement, traits.DriverName);
+    if (outcome != SQL_NO_DATA) CheckStatement(outcome, statement, traits.DriverName);
     std::vector<ColumnInfo> columns;
     const SQLSMALLINT count = FirstColumns(statement, traits.DriverName);
     for (SQLSMALLINT i = 1; i <= count; ++i) columns.push_back(Describe(statement, SQLUSMALLINT(i), traits));

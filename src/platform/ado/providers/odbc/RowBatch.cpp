@@ -93,7 +93,7 @@ std::optional<std::vector<char>> ReadWhole(const Statement& statement, SQLUSMALL
             whole.resize(begin);
             return whole;
         }
-        if (!SQL_SUCCEEDED(outcome)) FailStatement(statement, driverName);
+        CheckStatement(outcome, statement, driverName);
         if (length == SQL_NULL_DATA) return std::nullopt;
         const bool last = length != SQL_NO_TOTAL && size_t(length) + terminator <= piece;
         whole.resize(begin + (last ? size_t(length) : piece - terminator));
@@ -197,7 +197,7 @@ bool RowBatch::FetchBlock(const Statement& statement) {
         ended = true;
         return false;
     }
-    if (!SQL_SUCCEEDED(outcome)) FailStatement(statement, traits.DriverName);
+    CheckStatement(outcome, statement, traits.DriverName);
     const SQLULEN got = std::min<SQLULEN>(fetched, blockRows);
     if (outcome == SQL_SUCCESS_WITH_INFO) CheckRows(statement, got);
     for (SQLULEN i = 0; i < got; ++i) CompleteRow(statement, rows + qint64(i), i);

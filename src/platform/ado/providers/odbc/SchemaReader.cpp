@@ -70,7 +70,7 @@ std::vector<std::vector<std::optional<QString>>> ReadTexts(const Statement& stat
     for (;;) {
         const SQLRETURN outcome = SQLFetch(statement.Handle());
         if (outcome == SQL_NO_DATA) return rows;
-        if (!SQL_SUCCEEDED(outcome)) FailStatement(statement, driverName);
+        CheckStatement(outcome, statement, driverName);
         auto& row = rows.emplace_back();
         for (const Place& place : places)
             row.push_back(place.Length == SQL_NULL_DATA ? std::nullopt
