@@ -35,6 +35,9 @@ Error StatementFailure(const QString& message, const EngineTask& task) {
     if (const QString rest = Behind(message, QLatin1StringView("wrong number of arguments to function "));
         !rest.isEmpty())
         return WrongArguments(task.Speaks, rest.left(rest.indexOf(u'(')), task.Position);
+    if (message == QLatin1StringView("parser stack overflow") ||
+        message.startsWith(QLatin1StringView("Expression tree is too large")))
+        return TooDeep(task.Deepest);
     const qsizetype quoted = message.indexOf(QLatin1StringView("\": syntax error"));
     if (message.startsWith(QLatin1StringView("near \"")) && quoted > 0)
         return SyntaxNear(task.Speaks, message.sliced(6, quoted - 6), task.Position);
@@ -43,14 +46,18 @@ Error StatementFailure(const QString& message, const EngineTask& task) {
 
 }  // namespace
 
+Error TimeOver(const Deadline& deadline) {
+    return Failure(
+        ErrorNumber::TimeoutExpired,
+        QStringLiteral("Timeout expired: the statement ran longer than %1 seconds and was stopped.")
+            .arg(deadline.Seconds()));
+}
+
 Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline, const EngineTask& task) {
     const QString words = QString::fromUtf8(sqlite3_errmsg(database));
     switch (resultCode & 0xff) {
         case SQLITE_INTERRUPT:
-            return Failure(
-                ErrorNumber::TimeoutExpired,
-                QStringLiteral("Timeout expired: the statement ran longer than %1 seconds and was stopped.")
-                    .arg(deadline.Seconds()));
+            return TimeOver(deadline);
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             return Failure(

@@ -15,10 +15,15 @@ struct EngineTask {
     StatementKind Kind = StatementKind::Other;
     QString Name = {};
     qsizetype Position = -1;
+    /// Where the statement is deepest.
+    qsizetype Deepest = -1;
 };
 
 /// The error for what the engine has just refused, in the words of the dialect.
 Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline, const EngineTask& task);
+
+/// The error for a statement whose time is over.
+Error TimeOver(const Deadline& deadline);
 
 /// What the engine itself says of the columns of a statement. A type that nothing declares stays Empty.
 QList<Field> EngineFields(sqlite3_stmt* statement, Dialect dialect);

@@ -1,5 +1,6 @@
 #include "platform/ado/providers/sqlite/SchemaCatalog.h"
 
+#include "platform/ado/providers/sqlite/EngineFailures.h"
 #include "platform/ado/providers/sqlite/values/Naming.h"
 
 namespace zephrin::ado::providers::sqlite {
@@ -19,6 +20,11 @@ const CatalogTable* SchemaCatalog::Find(const QString& name) const {
     auto found = known.find(key);
     if (found == known.end()) found = known.insert(key, Read(name));
     return found->has_value() ? &**found : nullptr;
+}
+
+void SchemaCatalog::CheckTime() const {
+    // The clock is dearer than most of what is done between two looks.
+    if (++looks % 64 == 0 && deadline && deadline->HasPassed()) throw TimeOver(*deadline);
 }
 
 void SchemaCatalog::Refresh() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ado/providers/sqlite/Deadline.h"
 #include "platform/ado/providers/sqlite/Handles.h"
 #include "platform/ado/providers/sqlite/dialect/Catalog.h"
 
@@ -16,6 +17,9 @@ class SchemaCatalog final : public Catalog {
     SchemaCatalog(sqlite3* of, Dialect speaks) : database(of), dialect(speaks) {}
 
     const CatalogTable* Find(const QString& name) const override;
+    void CheckTime() const override;
+    /// Whose time a translation takes.
+    void CountAgainst(const Deadline& by) { deadline = &by; }
     /// Looks whether anybody has changed the schema. Before each statement.
     void Refresh();
 
@@ -24,6 +28,8 @@ class SchemaCatalog final : public Catalog {
 
     sqlite3* database;
     Dialect dialect;
+    const Deadline* deadline = nullptr;
+    mutable unsigned looks = 0;
     qint64 version = -1;
     /// By folded name; one that is not there is remembered too.
     mutable QHash<QString, std::optional<CatalogTable>> known;

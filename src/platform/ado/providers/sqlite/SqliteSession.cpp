@@ -2,6 +2,7 @@
 
 #include "platform/ado/providers/sqlite/EngineFailures.h"
 #include "platform/ado/providers/sqlite/SqliteCursor.h"
+#include "platform/ado/providers/sqlite/dialect/Limits.h"
 #include "platform/ado/providers/sqlite/functions/Functions.h"
 
 #include <QDir>
@@ -23,6 +24,29 @@ constexpr const char* ColumnsQuery =
     "END"
     " FROM pragma_table_xinfo(?1, 'main') WHERE hidden <> 1 ORDER BY cid";
 
+/// Whoever made the file may mean ill. Its views and triggers call nothing but what is harmless, nobody
+/// writes the engine's own tables, and what grows with a statement has an end that a small stack and memory
+/// can take.
+void Distrust(sqlite3* database) {
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+    static constexpr std::pair<int, int> limits[] = {
+        {SQLITE_LIMIT_LENGTH, 500'000'000},
+        {SQLITE_LIMIT_SQL_LENGTH, Limits::WrittenBytes},
+        {SQLITE_LIMIT_COLUMN, Limits::Columns},
+        {SQLITE_LIMIT_EXPR_DEPTH, 2 * Limits::TreeHeight},
+        {SQLITE_LIMIT_COMPOUND_SELECT, Limits::QueriesInUnion},
+        {SQLITE_LIMIT_VDBE_OP, 10'000'000},
+        {SQLITE_LIMIT_TRIGGER_DEPTH, 50},
+        {SQLITE_LIMIT_LIKE_PATTERN_LENGTH, 10'000},
+        {SQLITE_LIMIT_WORKER_THREADS, 0},
+    };
+    for (const auto& [which, most] : limits) sqlite3_limit(database, which, most);
+    // A page that is not what it should be is found when it is read.
+    sqlite3_exec(database, "PRAGMA cell_size_check = ON", nullptr, nullptr, nullptr);
+}
+
 DatabaseHandle OpenFile(const OpenOptions& options) {
     const QFileInfo file(options.Path);
     if (!file.exists()) throw ConnectFailure(QStringLiteral("Could not find file '%1'.").arg(options.Path));
@@ -42,30 +66,8 @@ DatabaseHandle OpenFile(const OpenOptions& options) {
     // References that a table declares hold, as they do on a server.
     sqlite3_db_config(opened, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
     sqlite3_extended_result_codes(opened, 1);
+    Distrust(opened);
     return database;
-}
-
-void TypeCode(sqlite3_context* context, int, sqlite3_value** arguments) {
-    const auto dialect = static_cast<Dialect>(reinterpret_cast<quintptr>(sqlite3_user_data(context)));
-    const QString declared = QString::fromUtf8(static_cast<const char*>(sqlite3_value_blob(arguments[0])),
-                                               sqlite3_value_bytes(arguments[0]));
-    const DataType type = TypeOfDeclaration(declared, dialect).Type;
-    sqlite3_result_int(context, int(type == DataType::Empty ? DataType::VarWChar : type));
-}
-
-void TypeSize(sqlite3_context* context, int, sqlite3_value** arguments) {
-    const auto dialect = static_cast<Dialect>(reinterpret_cast<quintptr>(sqlite3_user_data(context)));
-    const QString declared = QString::fromUtf8(static_cast<const char*>(sqlite3_value_blob(arguments[0])),
-                                               sqlite3_value_bytes(arguments[0]));
-    if (const int size = TypeOfDeclaration(declared, dialect).DefinedSize; size > 0)
-        sqlite3_result_int(context, size);
-}
-
-void RegisterSchemaFunctions(sqlite3* database, Dialect dialect) {
-    void* const data = reinterpret_cast<void*>(static_cast<quintptr>(dialect));
-    constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
-    sqlite3_create_function_v2(database, "zx_type_code", 1, flags, data, TypeCode, nullptr, nullptr, nullptr);
-    sqlite3_create_function_v2(database, "zx_type_size", 1, flags, data, TypeSize, nullptr, nullptr, nullptr);
 }
 
 }  // namespace
@@ -73,7 +75,6 @@ void RegisterSchemaFunctions(sqlite3* database, Dialect dialect) {
 SqliteSession::SqliteSession(const OpenOptions& options, int timeout)
     : dialect(options.Speaks), database(OpenFile(options)), catalog(database.get(), dialect) {
     CheckDatabase(options.Path, timeout);
-    RegisterSchemaFunctions(database.get(), dialect);
     RegisterFunctions(database.get(), dialect);
 }
 
@@ -96,6 +97,7 @@ std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const E
     {
         const Deadline::Scope scope(database.get(), deadline);
         catalog.Refresh();
+        catalog.CountAgainst(deadline);
         translation = Translate(statement, dialect, catalog);
     }
     // All steps but the last are made at once; should a later one fail, none has happened.
@@ -131,7 +133,7 @@ std::unique_ptr<Cursor> SqliteSession::RunStep(const Translation& translation, s
         // An error of the engine knows its place in the text that the engine got.
         const int offset = sqlite3_error_offset(connection);
         return EngineFailure(connection, code, by,
-                             {speaks, kind, name, offset < 0 ? -1 : text.Origin(offset)});
+                             {speaks, kind, name, offset < 0 ? -1 : text.Origin(offset), text.Deepest()});
     };
     StatementHandle prepared;
     QList<Field> fields;

@@ -23,6 +23,8 @@ class Catalog {
     virtual ~Catalog() = default;
     /// A table or a view, by name without regard to case; null where there is none.
     virtual const CatalogTable* Find(const QString& name) const = 0;
+    /// Called again and again while a statement is translated; throws once it has taken too long.
+    virtual void CheckTime() const {}
 };
 
 }  // namespace zephrin::ado::providers::sqlite

@@ -1,5 +1,6 @@
 #include "platform/ado/providers/sqlite/dialect/Lexer.h"
 
+#include "platform/ado/providers/sqlite/dialect/Limits.h"
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 
 #include <algorithm>
@@ -8,6 +9,11 @@
 namespace zephrin::ado::providers::sqlite {
 
 namespace {
+
+/// Those of other scripts mean nothing in a statement, and the engine would not know them.
+bool IsDigit(QChar character) {
+    return character >= u'0' && character <= u'9';
+}
 
 bool BeginsWord(QChar character) {
     return character.isLetter() || character == u'_' || character.isSurrogate();
@@ -23,6 +29,7 @@ class Scanner {
     Scanner(const QString& text, Dialect speaks) : statement(text), dialect(speaks) {}
 
     QList<Token> Run() {
+        if (statement.size() > Limits::StatementCharacters) throw TooLong(Limits::StatementCharacters);
         // The engine would read the statement only that far.
         if (const qsizetype end = statement.indexOf(QChar::Null); end >= 0)
             throw SyntaxNear(dialect, QStringLiteral("\\0"), end);
@@ -47,8 +54,8 @@ class Scanner {
         if (character == u'#' && file) return Delimited(TokenKind::Date, u'#', 1);
         if ((character == u'N' || character == u'n') && Peek(1) == u'\'' && !file)
             return Delimited(TokenKind::Text, u'\'', 2);
-        if (character.isDigit() || (character == u'.' && Peek(1).isDigit())) return Number();
-        if (character == u'$' && Peek(1).isDigit() && !file) return Money();
+        if (IsDigit(character) || (character == u'.' && IsDigit(Peek(1)))) return Number();
+        if (character == u'$' && IsDigit(Peek(1)) && !file) return Money();
         if (BeginsWord(character)) return Word();
         return Symbol();
     }
@@ -109,13 +116,13 @@ class Scanner {
         const qsizetype from = at;
         if (Peek() == u'0' && (Peek(1) == u'x' || Peek(1) == u'X') && !IsFileDialect(dialect))
             return BinaryNumber();
-        while (Peek().isDigit()) ++at;
+        while (IsDigit(Peek())) ++at;
         if (Peek() == u'.') ++at;
-        while (Peek().isDigit()) ++at;
+        while (IsDigit(Peek())) ++at;
         if (Peek() == u'e' || Peek() == u'E') {
             const qsizetype sign = Peek(1) == u'+' || Peek(1) == u'-' ? 2 : 1;
-            if (Peek(sign).isDigit())
-                for (at += sign; Peek().isDigit();) ++at;
+            if (IsDigit(Peek(sign)))
+                for (at += sign; IsDigit(Peek());) ++at;
         }
         return {TokenKind::Number, from, at, statement.sliced(from, at - from)};
     }

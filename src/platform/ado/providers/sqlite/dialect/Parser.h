@@ -41,7 +41,7 @@ class Parser {
 
     // --- Expressions (ParserExpressions.cpp)
     ExpressionPtr ParseExpression();
-    ExpressionPtr Logic(int level);
+    ExpressionPtr Logic(int loosest);
     ExpressionPtr Disjunction();
     ExpressionPtr Conjunction();
     ExpressionPtr Negation();
@@ -49,7 +49,7 @@ class Parser {
     ExpressionPtr PredicateTail(ExpressionPtr value);
     ExpressionPtr Comparison(ExpressionPtr value);
     ExpressionPtr InTail(ExpressionPtr value);
-    ExpressionPtr Arithmetic(int level);
+    ExpressionPtr Arithmetic(int loosest);
     ExpressionPtr Sign();
     ExpressionPtr PowerOf();
     // --- What stands between operators (ParserOperands.cpp)
@@ -79,7 +79,10 @@ class Parser {
     QString TakeName();
     [[noreturn]] void Refuse() const;
     ExpressionPtr Make(ExpressionKind kind, qsizetype from) const;
-    void Close(Expression& expression) const { expression.At.To = tokens[at > 0 ? at - 1 : 0].To; }
+    /// Ends an expression whose operands are complete.
+    void Close(Expression& expression) const;
+    /// The height of a node over parts of which the tallest is that tall. Refuses what becomes too tall.
+    int HeightOver(int tallest) const;
 
     class Depth;
 

@@ -1,5 +1,4 @@
 #include "platform/ado/providers/sqlite/dialect/Parser.h"
-#include "platform/ado/providers/sqlite/dialect/Wording.h"
 
 #include <array>
 
@@ -7,24 +6,39 @@ namespace zephrin::ado::providers::sqlite {
 
 namespace {
 
-/// Operators of one rank, the loosest rank first. MOD is a word and stands here by its name.
-struct Rank {
-    std::array<const char*, 6> Operators;
+/// An operator between two operands and how tightly it binds, 0 the loosest. MOD is a word and stands here by
+/// its name.
+struct Operator {
+    QLatin1StringView Name;
+    int Rank;
 };
 
-constexpr std::array serverRanks{
-    Rank{{"+", "-", "&", "^", "|", nullptr}},
-    Rank{{"*", "/", "%", nullptr}},
+constexpr std::array serverOperators{
+    Operator{QLatin1StringView("+"), 0}, Operator{QLatin1StringView("-"), 0},
+    Operator{QLatin1StringView("&"), 0}, Operator{QLatin1StringView("^"), 0},
+    Operator{QLatin1StringView("|"), 0}, Operator{QLatin1StringView("*"), 1},
+    Operator{QLatin1StringView("/"), 1}, Operator{QLatin1StringView("%"), 1},
 };
-constexpr std::array fileRanks{
-    Rank{{"&", nullptr}},  Rank{{"+", "-", nullptr}}, Rank{{"MOD", nullptr}},
-    Rank{{"\\", nullptr}}, Rank{{"*", "/", nullptr}},
+constexpr std::array fileOperators{
+    Operator{QLatin1StringView("&"), 0},  Operator{QLatin1StringView("+"), 1},
+    Operator{QLatin1StringView("-"), 1},  Operator{QLatin1StringView("MOD"), 2},
+    Operator{QLatin1StringView("\\"), 3}, Operator{QLatin1StringView("*"), 4},
+    Operator{QLatin1StringView("/"), 4},
+};
+constexpr std::array logicOperators{
+    Operator{QLatin1StringView("IMP"), 0},
+    Operator{QLatin1StringView("EQV"), 1},
+    Operator{QLatin1StringView("XOR"), 2},
 };
 
-/// Operands in a row, before the tree that leans to one side becomes too deep for the engine.
-constexpr int LongestChain = 900;
-
-constexpr std::array looseWords{"IMP", "EQV", "XOR"};
+/// The rank of the operator that the token is, -1 where it is none of them.
+template <size_t Count>
+int RankOf(const std::array<Operator, Count>& operators, const Token& token) {
+    if (token.Kind != TokenKind::Symbol && token.Kind != TokenKind::Word) return -1;
+    for (const Operator& known : operators)
+        if (token.Text.compare(known.Name, Qt::CaseInsensitive) == 0) return known.Rank;
+    return -1;
+}
 
 }  // namespace
 
@@ -33,19 +47,20 @@ ExpressionPtr Parser::ParseExpression() {
     return IsFileDialect(dialect) ? Logic(0) : Disjunction();
 }
 
-ExpressionPtr Parser::Logic(int level) {
-    if (level == int(looseWords.size())) return Disjunction();
-    ExpressionPtr left = Logic(level + 1);
-    for (int links = 0; TakeWord(looseWords[size_t(level)]); ++links) {
-        if (links > LongestChain) throw TooDeep(Now().From);
+/// Takes operators from the rank `loosest` on; what binds tighter is read for the right side before they are
+/// joined.
+ExpressionPtr Parser::Logic(int loosest) {
+    ExpressionPtr left = Disjunction();
+    for (;;) {
+        const int rank = RankOf(logicOperators, Now());
+        if (rank < loosest) return left;
         ExpressionPtr joined = Make(ExpressionKind::Logic, left->At.From);
-        joined->Name = QString::fromLatin1(looseWords[size_t(level)]);
+        joined->Name = Take().Text.toUpper();
         joined->Operands.push_back(std::move(left));
-        joined->Operands.push_back(Logic(level + 1));
+        joined->Operands.push_back(Logic(rank + 1));
         Close(*joined);
         left = std::move(joined);
     }
-    return left;
 }
 
 ExpressionPtr Parser::Disjunction() {
@@ -80,8 +95,7 @@ ExpressionPtr Parser::Negation() {
 
 ExpressionPtr Parser::Predicate() {
     ExpressionPtr value = Arithmetic(0);
-    for (int links = 0;; ++links) {
-        if (links > LongestChain) throw TooDeep(Now().From);
+    for (;;) {
         const Expression* const before = value.get();
         value = PredicateTail(std::move(value));
         if (value.get() == before) return value;
@@ -98,6 +112,7 @@ ExpressionPtr Parser::PredicateTail(ExpressionPtr value) {
         ExpressionPtr test = Make(ExpressionKind::IsNull, from);
         test->IsNegated = negated;
         test->Operands.push_back(std::move(value));
+        Close(*test);
         return test;
     }
     const bool negated =
@@ -170,26 +185,17 @@ ExpressionPtr Parser::Comparison(ExpressionPtr value) {
     return value;
 }
 
-ExpressionPtr Parser::Arithmetic(int level) {
-    const bool file = IsFileDialect(dialect);
-    if (level == int(file ? fileRanks.size() : serverRanks.size())) return Sign();
-    const Rank& rank = file ? fileRanks[size_t(level)] : serverRanks[size_t(level)];
-    ExpressionPtr left = Arithmetic(level + 1);
-    for (int links = 0;; ++links) {
-        if (links > LongestChain) throw TooDeep(Now().From);
-        const char* taken = nullptr;
-        for (const char* const symbol : rank.Operators) {
-            if (!symbol) break;
-            if (TakeSymbol(symbol) || TakeWord(symbol)) {
-                taken = symbol;
-                break;
-            }
-        }
-        if (!taken) return left;
+/// As with Logic.
+ExpressionPtr Parser::Arithmetic(int loosest) {
+    ExpressionPtr left = Sign();
+    for (;;) {
+        const int rank =
+            IsFileDialect(dialect) ? RankOf(fileOperators, Now()) : RankOf(serverOperators, Now());
+        if (rank < loosest) return left;
         ExpressionPtr joined = Make(ExpressionKind::Binary2, left->At.From);
-        joined->Name = QString::fromLatin1(taken);
+        joined->Name = Take().Text.toUpper();
         joined->Operands.push_back(std::move(left));
-        joined->Operands.push_back(Arithmetic(level + 1));
+        joined->Operands.push_back(Arithmetic(rank + 1));
         Close(*joined);
         left = std::move(joined);
     }
@@ -209,8 +215,7 @@ ExpressionPtr Parser::Sign() {
 
 ExpressionPtr Parser::PowerOf() {
     ExpressionPtr base = Primary();
-    for (int links = 0; TakeSymbol("^"); ++links) {
-        if (links > LongestChain) throw TooDeep(Now().From);
+    while (TakeSymbol("^")) {
         ExpressionPtr power = Make(ExpressionKind::Binary2, base->At.From);
         power->Name = QStringLiteral("^");
         power->Operands.push_back(std::move(base));

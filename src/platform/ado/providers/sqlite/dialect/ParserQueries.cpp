@@ -1,8 +1,32 @@
 #include "platform/ado/providers/sqlite/dialect/Keywords.h"
+#include "platform/ado/providers/sqlite/dialect/Limits.h"
 #include "platform/ado/providers/sqlite/dialect/Parser.h"
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 
+#include <algorithm>
+
 namespace zephrin::ado::providers::sqlite {
+
+namespace {
+
+int TallestOf(const Query& query) {
+    int tallest = 0;
+    const auto see = [&](const auto& part) {
+        if (part) tallest = std::max(tallest, part->Height);
+    };
+    for (const QueryArm& arm : query.Arms) {
+        see(arm.Nested);
+        for (const SelectItem& item : arm.Core.Items) see(item.Value);
+        for (const SourcePtr& source : arm.Core.From) see(source);
+        for (const ExpressionPtr& key : arm.Core.GroupBy) see(key);
+        see(arm.Core.Where);
+        see(arm.Core.Having);
+    }
+    for (const OrderItem& item : query.OrderBy) see(item.Value);
+    return tallest;
+}
+
+}  // namespace
 
 std::unique_ptr<Query> Parser::ParseQuery() {
     const Depth deeper(*this);
@@ -19,6 +43,7 @@ std::unique_ptr<Query> Parser::ParseQuery() {
         } else {
             break;
         }
+        if (query->Arms.size() >= Limits::QueriesInUnion) throw TooLong(Now().From);
         query->Arms.push_back(ParseArm());
         query->Arms.back().Joined = joined;
     }
@@ -26,6 +51,7 @@ std::unique_ptr<Query> Parser::ParseQuery() {
         ExpectWord("BY");
         query->OrderBy = OrderItems();
     }
+    query->Height = HeightOver(TallestOf(*query));
     return query;
 }
 
@@ -138,7 +164,7 @@ SourcePtr Parser::JoinedSource() {
 SourcePtr Parser::ContinueJoin(SourcePtr left) {
     // The engine joins 64 tables at most.
     for (int links = 0; AtJoin(); ++links) {
-        if (links > 100) throw TooDeep(Now().From);
+        if (links >= Limits::JoinedTables) throw TooDeep(Now().From);
         auto join = std::make_unique<Source>();
         join->Kind = SourceKind::Join;
         join->At.From = left->At.From;
@@ -155,6 +181,8 @@ SourcePtr Parser::ContinueJoin(SourcePtr left) {
             join->On = ParseExpression();
         }
         join->At.To = tokens[at - 1].To;
+        join->Height =
+            HeightOver(std::max({join->Left->Height, join->Right->Height, join->On ? join->On->Height : 0}));
         left = std::move(join);
     }
     return left;
@@ -189,6 +217,7 @@ SourcePtr Parser::PrimarySource() {
         }
         source->Kind = SourceKind::Derived;
         source->Nested = ParseQuery();
+        source->Height = HeightOver(source->Nested->Height);
         ExpectSymbol(")");
     } else {
         source->Name = TakeName();

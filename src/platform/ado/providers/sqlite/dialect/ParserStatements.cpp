@@ -1,17 +1,14 @@
 #include "platform/ado/providers/sqlite/dialect/Keywords.h"
+#include "platform/ado/providers/sqlite/dialect/Limits.h"
 #include "platform/ado/providers/sqlite/dialect/Parser.h"
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 
+#include <algorithm>
+
 namespace zephrin::ado::providers::sqlite {
 
-namespace {
-
-constexpr int DeepestNesting = 200;
-
-}  // namespace
-
 Parser::Depth::Depth(Parser& parser) : reader(parser) {
-    if (++reader.depth <= DeepestNesting) return;
+    if (++reader.depth <= Limits::Nesting) return;
     --reader.depth;
     throw TooDeep(reader.Now().From);
 }
@@ -171,6 +168,18 @@ ExpressionPtr Parser::Make(ExpressionKind kind, qsizetype from) const {
     expression->Kind = kind;
     expression->At = {from, tokens[at > 0 ? at - 1 : 0].To};
     return expression;
+}
+
+void Parser::Close(Expression& expression) const {
+    expression.At.To = tokens[at > 0 ? at - 1 : 0].To;
+    int tallest = expression.Nested ? expression.Nested->Height : 0;
+    for (const ExpressionPtr& operand : expression.Operands) tallest = std::max(tallest, operand->Height);
+    expression.Height = HeightOver(tallest);
+}
+
+int Parser::HeightOver(int tallest) const {
+    if (tallest >= Limits::TreeHeight) throw TooDeep(Now().From);
+    return tallest + 1;
 }
 
 }  // namespace zephrin::ado::providers::sqlite

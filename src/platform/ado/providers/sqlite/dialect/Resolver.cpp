@@ -1,5 +1,6 @@
 #include "platform/ado/providers/sqlite/dialect/Resolver.h"
 
+#include "platform/ado/providers/sqlite/dialect/Limits.h"
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 
 #include <QSet>
@@ -167,6 +168,7 @@ void Resolver::ResolveItems(SelectCore& core, const Scope& scope) {
             column.IsNamed = false;
             if (IsFileDialect(speaks)) column.Name = QStringLiteral("Expr%1").arg(unnamed++);
         }
+        if (core.Output.size() >= Limits::Columns) throw TooManyColumns(item.Value->At.From);
         core.Output.append(column);
     }
 }
@@ -182,6 +184,7 @@ void Resolver::ExpandStar(const Expression& star, SelectCore& core, const Scope&
             const QString key = source.Name.toCaseFolded() + QChar(1) + column.Name.toCaseFolded();
             if (seen.contains(key) || source.Name.isEmpty()) core.StarsAreDistinct = false;
             seen.insert(key);
+            if (core.Output.size() >= Limits::Columns) throw TooManyColumns(star.At.From);
             columns.append({source.Name, column.Name, column.Type});
             core.Output.append({column.Name, column.Type, true});
         }

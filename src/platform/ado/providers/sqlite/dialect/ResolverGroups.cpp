@@ -40,6 +40,7 @@ void Resolver::CheckGroups(const SelectCore& core, const std::vector<OrderItem>&
 
 void Resolver::CheckGrouped(const Expression& value, const QList<QString>& keys, const Scope& scope,
                             const QString& clause) const {
+    tables.CheckTime();
     if (value.Kind == ExpressionKind::Function && IsAggregateName(value.Name, speaks)) return;
     if (keys.contains(KeyOf(value))) return;
     const bool ofThisQuery = value.Identity.startsWith(QStringLiteral("%1:").arg(scope.Number));

@@ -47,6 +47,7 @@ ColumnType Resolver::DateType() const {
 }
 
 void Resolver::ResolveExpression(Expression& value, const Scope& scope) {
+    tables.CheckTime();
     if (value.Kind == ExpressionKind::Column) return ResolveColumn(value, scope);
     for (const ExpressionPtr& operand : value.Operands) {
         ResolveExpression(*operand, scope);

@@ -1,5 +1,8 @@
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 #include "platform/ado/providers/sqlite/dialect/Writer.h"
+#include "platform/ado/providers/sqlite/values/Naming.h"
+
+#include <QByteArrayList>
 
 #include <cmath>
 
@@ -36,26 +39,53 @@ Share ReadShare(const QString& digits) {
 
 }  // namespace
 
-/// Counts rows are whole and a share may be broken on a server; a file takes whole numbers only.
-void Writer::WriteLimit(const SelectCore& core) {
-    if (!core.Top) return;
-    const TopClause& top = *core.Top;
+/// Counts of rows are whole and a share may be broken on a server; a file takes whole numbers only.
+void Writer::CheckTop(const TopClause& top) const {
     bool whole = false;
     const qint64 rows = top.Digits.toLongLong(&whole);
     const bool brokenShare = top.Percent && !IsFileDialect(speaks) && top.Digits.toDouble() >= 0;
     if ((!whole && !brokenShare) || (whole && rows < 0) || (top.Percent && top.Digits.toDouble() > 100))
         throw BadTop(speaks, top.Digits, top.Percent, top.At.From);
+}
+
+void Writer::WriteLimit(const TopClause& top) {
+    CheckTop(top);
     out.Mark(top.At.From);
-    if (!top.Percent) {
-        out << " LIMIT " << QByteArray::number(rows);
-        return;
+    out << " LIMIT " << QByteArray::number(top.Digits.toLongLong());
+}
+
+/// A share needs the number of all rows. They are written once, as a common table with the keys of the order
+/// behind their columns, and the engine counts and numbers them there.
+void Writer::WriteShare(const SelectCore& core, bool distinct, const std::vector<OrderItem>& order) {
+    CheckTop(*core.Top);
+    const auto column = [](qsizetype index) { return "zx_" + QByteArray::number(index + 1); };
+    const auto key = [&](size_t index) {
+        const int place = order[index].Value->Output;
+        return place >= 0 ? column(place) : "zx_k" + QByteArray::number(qsizetype(index));
+    };
+    QByteArrayList names;
+    for (qsizetype index = 0; index < core.Output.size(); ++index) names << column(index);
+    const QByteArrayList columns = names;
+    for (size_t index = 0; index < order.size(); ++index)
+        if (order[index].Value->Output < 0) names << key(index);
+    out << "WITH zx_all(" << names.join(", ") << ") AS (";
+    WriteCore(core, distinct, &order);
+    out << ") SELECT ";
+    for (qsizetype index = 0; index < columns.size(); ++index) {
+        out << (index == 0 ? "" : ", ") << columns[index];
+        const QString& name = core.Output[index].Name;
+        if (!name.isEmpty()) out << " AS " << QuotedName(name);
     }
-    const Share share = ReadShare(top.Digits);
-    const QByteArray whole100 = QByteArray::number(share.Denominator * 100);
-    out << " LIMIT (SELECT (COUNT(*) * " << QByteArray::number(share.Numerator) << " + " << whole100
-        << " - 1) / " << whole100 << " FROM (";
-    WriteCore(core, core.Distinct);
-    out << "))";
+    out << " FROM (SELECT *, COUNT(*) OVER () AS zx_count, ROW_NUMBER() OVER (";
+    for (size_t index = 0; index < order.size(); ++index) {
+        out << (index == 0 ? "ORDER BY " : ", ") << key(index);
+        if (IsComparedAsText(order[index].Value->Type.Type)) out << collation;
+        if (order[index].Descending) out << " DESC";
+    }
+    const Share share = ReadShare(core.Top->Digits);
+    const QByteArray whole = QByteArray::number(share.Denominator * 100);
+    out << ") AS zx_row FROM zx_all) WHERE zx_row <= (zx_count * " << QByteArray::number(share.Numerator)
+        << " + " << whole << " - 1) / " << whole << " ORDER BY zx_row";
 }
 
 }  // namespace zephrin::ado::providers::sqlite

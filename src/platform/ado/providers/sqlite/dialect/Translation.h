@@ -24,6 +24,10 @@ class MappedText {
     /// What is written from here on stands at `position` in the statement.
     void Mark(qsizetype position) { marks.push_back({text.size(), position}); }
 
+    /// Nothing is nested deeper than what stands at `position`.
+    void MarkDeepest(qsizetype position) { deepest = position; }
+    qsizetype Deepest() const { return deepest; }
+
     const QByteArray& Text() const { return text; }
     /// Where the byte at `offset` comes from, or -1.
     qsizetype Origin(qsizetype offset) const;
@@ -35,6 +39,7 @@ class MappedText {
     };
     QByteArray text;
     std::vector<Place> marks;
+    qsizetype deepest = -1;
 };
 
 /// A statement as the engine takes it.

@@ -54,6 +54,8 @@ enum class ExpressionKind : quint8 {
 struct Expression {
     ExpressionKind Kind = ExpressionKind::Null;
     Range At;
+    /// Levels from here down to the deepest leaf.
+    int Height = 1;
     QString Name;
     QString Qualifier;
     std::vector<ExpressionPtr> Operands;
@@ -80,6 +82,7 @@ enum class JoinKind : quint8 { Inner, Left, Right, Full, Cross };
 struct Source {
     SourceKind Kind = SourceKind::Table;
     Range At;
+    int Height = 1;
     QString Name;
     QString Alias;
     std::unique_ptr<Query> Nested;
@@ -150,6 +153,7 @@ struct QueryArm {
 };
 
 struct Query {
+    int Height = 1;
     std::vector<QueryArm> Arms;
     std::vector<OrderItem> OrderBy;
 };

@@ -1,5 +1,7 @@
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 
+#include "platform/ado/providers/sqlite/dialect/Limits.h"
+
 namespace zephrin::ado::providers::sqlite {
 
 namespace {
@@ -50,6 +52,16 @@ Error StatementEmpty(Dialect dialect) {
 
 Error TooDeep(qsizetype position) {
     return Failure(FailureNumber::Statement, QStringLiteral("The statement is nested too deeply."), position);
+}
+
+Error TooLong(qsizetype position) {
+    return Failure(FailureNumber::Statement, QStringLiteral("The statement is too long."), position);
+}
+
+Error TooManyColumns(qsizetype position) {
+    return Failure(FailureNumber::Statement,
+                   QStringLiteral("The statement asks for more than %1 columns.").arg(Limits::Columns),
+                   position);
 }
 
 Error NoSuchTable(Dialect dialect, const QString& name, qsizetype position) {

@@ -17,6 +17,8 @@ Error Unclosed(Dialect dialect, Open what, const QString& content, qsizetype pos
 Error SyntaxNear(Dialect dialect, const QString& token, qsizetype position, bool isKeyword = false);
 Error StatementEmpty(Dialect dialect);
 Error TooDeep(qsizetype position);
+Error TooLong(qsizetype position);
+Error TooManyColumns(qsizetype position);
 Error NoSuchTable(Dialect dialect, const QString& name, qsizetype position);
 Error NoSuchColumn(Dialect dialect, const QString& qualifier, const QString& name, qsizetype position);
 Error AmbiguousColumn(Dialect dialect, const QString& name, qsizetype position);

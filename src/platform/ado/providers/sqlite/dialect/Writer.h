@@ -23,16 +23,20 @@ class Writer {
  private:
     /// What two values are compared as.
     enum class As : quint8 { Raw, Text, Date, Truth, Number };
+    class Level;
 
     // --- Queries (WriterQueries.cpp)
     void WriteArm(const QueryArm& arm, bool alone, bool distinct);
-    void WriteCore(const SelectCore& core, bool distinct);
+    /// `keys`: those that are no columns of the query become columns behind them.
+    void WriteCore(const SelectCore& core, bool distinct, const std::vector<OrderItem>* keys = nullptr);
     void WriteItems(const SelectCore& core, bool distinct);
     void WriteStar(const QList<StarColumn>& columns, bool distinct);
     void WriteSources(const SelectCore& core);
     void WriteSource(const Source& source);
     void WriteOrder(const std::vector<OrderItem>& order);
-    void WriteLimit(const SelectCore& core);
+    void CheckTop(const TopClause& top) const;
+    void WriteLimit(const TopClause& top);
+    void WriteShare(const SelectCore& core, bool distinct, const std::vector<OrderItem>& order);
     void WriteChange(const Statement& statement);
     void WriteStored(const Expression& value, DataType column);
     /// A value that rows are grouped, sorted or made distinct by.
@@ -72,6 +76,10 @@ class Writer {
     void WriteInQuery(const Expression& value);
     void WriteQuantified(const Expression& value);
     void WriteLike(const Expression& value);
+    /// What is not known to be anything else may be a text.
+    static bool IsComparedAsText(DataType type) {
+        return type == DataType::Empty || type == DataType::Guid || IsTextType(type);
+    }
     const char* CollationFor(As as) const { return as == As::Text ? collation : ""; }
 
     QString text;
@@ -79,7 +87,22 @@ class Writer {
     const char* collation;
     /// Whether the order of the tables of the FROM in hand shows nowhere.
     bool mayTurnJoins = true;
+    int level = 0;
+    int deepest = 0;
     MappedText out;
+};
+
+/// One level of what is being written. The place of the deepest one is kept: there the engine gives up on a
+/// statement that is too deep for it.
+class Writer::Level {
+ public:
+    Level(Writer& of, qsizetype position);
+    ~Level() { --writer.level; }
+    Level(const Level&) = delete;
+    Level& operator=(const Level&) = delete;
+
+ private:
+    Writer& writer;
 };
 
 }  // namespace zephrin::ado::providers::sqlite

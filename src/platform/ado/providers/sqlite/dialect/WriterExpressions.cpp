@@ -7,6 +7,7 @@
 namespace zephrin::ado::providers::sqlite {
 
 void Writer::Write(const Expression& value) {
+    const Level deeper(*this, value.At.From);
     out.Mark(value.At.From);
     switch (value.Kind) {
         case ExpressionKind::Null:
@@ -137,10 +138,20 @@ void Writer::WriteCase(const Expression& value) {
     const size_t pairs = value.HasOperand ? 1 : 0;
     const size_t end = value.Operands.size() - (value.HasElse ? 1 : 0);
     out << "CASE";
+    // The operand is written once, so everything that it is compared with is compared in one way.
+    std::vector<const Expression*> compared;
+    for (size_t index = pairs; index < end; index += 2) compared.push_back(value.Operands[index].get());
+    if (value.HasOperand) compared.push_back(value.Operands.front().get());
+    const As as = Decide(compared);
+    if (value.HasOperand) {
+        out << " (";
+        WriteCompared(*value.Operands.front(), as);
+        out << CollationFor(as) << ")";
+    }
     for (size_t index = pairs; index < end; index += 2) {
         out << " WHEN ";
         if (value.HasOperand)
-            WriteComparison(*value.Operands.front(), QStringLiteral("="), *value.Operands[index]);
+            WriteCompared(*value.Operands[index], as);
         else
             Write(*value.Operands[index]);
         out << " THEN ";
@@ -203,14 +214,8 @@ void Writer::WriteAggregate(const Expression& call) {
         out << ")";
     };
     // The mean of whole numbers is whole on a server.
-    if (call.Name == u"AVG" && !IsFileDialect(speaks) && IsIntegerType(argument.Type.Type)) {
-        out << "(";
-        write("SUM");
-        out << " / ";
-        write("COUNT");
-        out << ")";
-        return;
-    }
+    if (call.Name == u"AVG" && !IsFileDialect(speaks) && IsIntegerType(argument.Type.Type))
+        return write("zx_avg_whole");
     if (call.Name == u"COUNT_BIG") return write("COUNT");
     const bool ownFunction = call.Name.startsWith(u"STDEV") || call.Name.startsWith(u"VAR") ||
                              call.Name == u"FIRST" || call.Name == u"LAST";

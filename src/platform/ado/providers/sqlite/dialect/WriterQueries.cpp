@@ -1,3 +1,4 @@
+#include "platform/ado/providers/sqlite/dialect/Limits.h"
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 #include "platform/ado/providers/sqlite/dialect/Writer.h"
 #include "platform/ado/providers/sqlite/values/DateText.h"
@@ -7,17 +8,17 @@
 
 namespace zephrin::ado::providers::sqlite {
 
-namespace {
-
-/// What is not known to be anything else may be a text.
-bool IsComparedAsText(DataType type) {
-    return type == DataType::Empty || type == DataType::Guid || IsTextType(type);
+Writer::Level::Level(Writer& of, qsizetype position) : writer(of) {
+    if (writer.out.Text().size() > Limits::WrittenBytes) throw TooLong(position);
+    if (++writer.level <= writer.deepest) return;
+    writer.deepest = writer.level;
+    writer.out.MarkDeepest(position);
 }
-
-}  // namespace
 
 void Writer::WriteQuery(const Query& query) {
     const bool alone = query.Arms.size() == 1;
+    const SelectCore& first = query.Arms.front().Core;
+    if (alone && first.Top && first.Top->Percent) return WriteShare(first, first.Distinct, query.OrderBy);
     // Unless every arm keeps its duplicates, equal rows of the arms become one.
     const bool distinct = std::any_of(query.Arms.begin(), query.Arms.end(), [](const QueryArm& arm) {
         return arm.Joined != SetOperator::First && arm.Joined != SetOperator::UnionAll;
@@ -42,7 +43,7 @@ void Writer::WriteQuery(const Query& query) {
         WriteArm(arm, alone, distinct);
     }
     WriteOrder(query.OrderBy);
-    if (alone && !query.Arms.front().Nested) WriteLimit(query.Arms.front().Core);
+    if (alone && first.Top) WriteLimit(*first.Top);
 }
 
 void Writer::WriteArm(const QueryArm& arm, bool alone, bool distinct) {
@@ -53,8 +54,12 @@ void Writer::WriteArm(const QueryArm& arm, bool alone, bool distinct) {
     } else if (arm.Core.Top && !alone) {
         // The engine limits the whole, not an arm.
         out << "SELECT * FROM (";
-        WriteCore(arm.Core, distinct || arm.Core.Distinct);
-        WriteLimit(arm.Core);
+        if (arm.Core.Top->Percent) {
+            WriteShare(arm.Core, distinct || arm.Core.Distinct, {});
+        } else {
+            WriteCore(arm.Core, distinct || arm.Core.Distinct);
+            WriteLimit(*arm.Core.Top);
+        }
         out << ")";
     } else {
         WriteCore(arm.Core, distinct || arm.Core.Distinct);
@@ -62,10 +67,17 @@ void Writer::WriteArm(const QueryArm& arm, bool alone, bool distinct) {
 }
 
 /// `distinct`: the values of the items are held against each other.
-void Writer::WriteCore(const SelectCore& core, bool distinct) {
+void Writer::WriteCore(const SelectCore& core, bool distinct, const std::vector<OrderItem>* keys) {
+    const Level deeper(*this, core.At.From);
     out.Mark(core.At.From);
     out << "SELECT " << (core.Distinct ? "DISTINCT " : "");
     WriteItems(core, distinct);
+    if (keys)
+        for (const OrderItem& key : *keys)
+            if (key.Value->Output < 0) {
+                out << ", ";
+                WriteKey(*key.Value);
+            }
     WriteSources(core);
     if (core.Where) {
         out << " WHERE ";
@@ -140,6 +152,7 @@ void Writer::WriteSources(const SelectCore& core) {
 }
 
 void Writer::WriteSource(const Source& source) {
+    const Level deeper(*this, source.At.From);
     out.Mark(source.At.From);
     switch (source.Kind) {
         case SourceKind::Table:

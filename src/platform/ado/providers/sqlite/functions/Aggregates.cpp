@@ -44,6 +44,28 @@ void GiveSpread(sqlite3_context* context) {
     sqlite3_result_double(context, Root ? std::sqrt(variance) : variance);
 }
 
+/// The mean of whole numbers, as whole as a server gives it.
+struct WholeSum {
+    qint64 Count;
+    qint64 Sum;
+    bool Overflows;
+};
+
+void AddWhole(sqlite3_context* context, int, sqlite3_value** values) {
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
+    WholeSum* const whole = StateOf<WholeSum>(context);
+    if (!whole) return;
+    ++whole->Count;
+    whole->Overflows |= __builtin_add_overflow(whole->Sum, sqlite3_value_int64(values[0]), &whole->Sum);
+}
+
+void GiveWholeMean(sqlite3_context* context) {
+    const WholeSum* const whole = StateOf<WholeSum>(context);
+    if (!whole || whole->Count == 0) return sqlite3_result_null(context);
+    if (whole->Overflows) return sqlite3_result_error(context, "integer overflow", -1);
+    sqlite3_result_int64(context, whole->Sum / whole->Count);
+}
+
 struct Kept {
     sqlite3_value* Value;
 };
@@ -69,13 +91,14 @@ using Step = void (*)(sqlite3_context*, int, sqlite3_value**);
 using Final = void (*)(sqlite3_context*);
 
 void Register(sqlite3* database, const char* name, Step step, Final final) {
-    sqlite3_create_function_v2(database, name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, nullptr, step,
-                               final, nullptr);
+    sqlite3_create_function_v2(database, name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                               nullptr, nullptr, step, final, nullptr);
 }
 
 }  // namespace
 
 void RegisterAggregates(sqlite3* database) {
+    Register(database, "zx_avg_whole", AddWhole, GiveWholeMean);
     Register(database, "zx_stdev", AddValue, GiveSpread<true, true>);
     Register(database, "zx_stdevp", AddValue, GiveSpread<false, true>);
     Register(database, "zx_var", AddValue, GiveSpread<true, false>);

@@ -61,12 +61,20 @@ QString NumberText(double value);
 std::optional<double> NumberIn(const QString& text);
 QString TextOf(sqlite3_value* value);
 
-/// A function and the name by which statements call it; -1 for any number of arguments.
+/// Where a function may be called from. A file's own views and triggers call what the views that are made
+/// here are written with; what the program asks for itself is for its own statements alone.
+enum class CalledFrom : quint8 { Anywhere, OwnStatements };
+
+/// A function, the name by which statements call it, and how many arguments it takes. The engine hands over
+/// whatever a statement or a view in a file has written, so a function relies on the count and on nothing
+/// else.
 struct FunctionEntry {
     const char* Name;
-    int Arguments;
+    int Least;
+    int Most;
     void (*Run)(Call& call);
     bool Deterministic = true;
+    CalledFrom From = CalledFrom::Anywhere;
 };
 
 }  // namespace zephrin::ado::providers::sqlite

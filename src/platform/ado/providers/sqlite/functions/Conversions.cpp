@@ -126,7 +126,9 @@ void Cast(Call& call) {
     if (call.IsNull(0)) return call.ReturnNull();
     Conversion conversion;
     conversion.Target = TypeOfDeclaration(call.Text(1), call.Speaks());
-    conversion.Source = DataType(int(*call.Whole(2)));
+    const std::optional<qint64> source = call.Whole(2);
+    if (!source) return;
+    conversion.Source = DataType(int(*source));
     if (call.Count() > 3 && !call.IsNull(3)) {
         const std::optional<qint64> style = call.Whole(3);
         if (!style) return;
@@ -150,7 +152,8 @@ void CStr(Call& call) {
 /// The number that a text begins with, 0 for none.
 void Val(Call& call) {
     if (call.IsNull(0)) return call.ReturnNull();
-    const QString text = call.Text(0).simplified().remove(u' ');
+    // No number has more digits than that, and a long text is tried from its end.
+    const QString text = call.Text(0).left(1000).simplified().remove(u' ').left(400);
     for (qsizetype length = text.size(); length > 0; --length)
         if (const std::optional<double> number = NumberIn(text.first(length))) return call.Return(*number);
     call.Return(0.0);
@@ -175,8 +178,8 @@ void MoneyText(Call& call) {
 
 QList<FunctionEntry> ConversionFunctions() {
     return {
-        {"zx_cast", -1, Cast}, {"zx_cstr", 1, CStr}, {"zx_val", 1, Val},
-        {"zx_clng", 1, CLng},  {"zx_cdbl", 1, CDbl}, {"zx_moneytext", 1, MoneyText},
+        {"zx_cast", 3, 4, Cast}, {"zx_cstr", 1, 1, CStr}, {"zx_val", 1, 1, Val},
+        {"zx_clng", 1, 1, CLng}, {"zx_cdbl", 1, 1, CDbl}, {"zx_moneytext", 1, 1, MoneyText},
     };
 }
 

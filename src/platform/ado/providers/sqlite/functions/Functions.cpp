@@ -8,14 +8,20 @@ namespace {
 
 /// What the engine keeps for a function as long as the connection lives.
 struct Registered {
-    void (*Run)(Call& call);
+    FunctionEntry Entry;
     Dialect Speaks;
 };
 
+/// The one place at which every call arrives.
 void RunFunction(sqlite3_context* context, int count, sqlite3_value** values) {
     const auto* const function = static_cast<const Registered*>(sqlite3_user_data(context));
+    if (count < function->Entry.Least || count > function->Entry.Most) {
+        const QByteArray words =
+            QByteArray("wrong number of arguments to function ") + function->Entry.Name + "()";
+        return sqlite3_result_error(context, words.constData(), int(words.size()));
+    }
     Call call(context, function->Speaks, count, values);
-    function->Run(call);
+    function->Entry.Run(call);
 }
 
 void Forget(void* function) {
@@ -31,12 +37,14 @@ int Collate(void*, int leftBytes, const void* left, int rightBytes, const void* 
 
 void RegisterFunctions(sqlite3* database, Dialect dialect) {
     for (const QList<FunctionEntry>& entries :
-         {TextFunctions(), MathFunctions(), DateFunctions(), OperatorFunctions(), ConversionFunctions()}) {
+         {TextFunctions(), MathFunctions(), DateFunctions(), OperatorFunctions(), ConversionFunctions(),
+          SchemaFunctions()}) {
         for (const FunctionEntry& entry : entries) {
-            const int flags = SQLITE_UTF8 | (entry.Deterministic ? SQLITE_DETERMINISTIC : 0);
+            const int flags = SQLITE_UTF8 | (entry.Deterministic ? SQLITE_DETERMINISTIC : 0) |
+                              (entry.From == CalledFrom::Anywhere ? SQLITE_INNOCUOUS : SQLITE_DIRECTONLY);
             // The engine owns it from here on, and frees it even where it refuses the function.
-            sqlite3_create_function_v2(database, entry.Name, entry.Arguments, flags,
-                                       new Registered{entry.Run, dialect}, RunFunction, nullptr, nullptr,
+            sqlite3_create_function_v2(database, entry.Name, entry.Least == entry.Most ? entry.Least : -1,
+                                       flags, new Registered{entry, dialect}, RunFunction, nullptr, nullptr,
                                        Forget);
         }
     }

@@ -12,6 +12,8 @@ QList<FunctionEntry> MathFunctions();
 QList<FunctionEntry> DateFunctions();
 QList<FunctionEntry> OperatorFunctions();
 QList<FunctionEntry> ConversionFunctions();
+/// What the schema is read with: zx_type_code and zx_type_size of a declaration.
+QList<FunctionEntry> SchemaFunctions();
 
 /// Makes everything known to a connection: functions, aggregates, the order of texts.
 void RegisterFunctions(sqlite3* database, Dialect dialect);

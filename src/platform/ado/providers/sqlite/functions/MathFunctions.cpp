@@ -132,22 +132,22 @@ void Random(Call& call) {
 
 QList<FunctionEntry> MathFunctions() {
     return {
-        {"zx_abs", 1, Abs},
-        {"zx_cos", 1, OfNumber<Cosine>},
-        {"zx_sin", 1, OfNumber<Sine>},
-        {"zx_tan", 1, OfNumber<Tangent>},
-        {"zx_atn", 1, OfNumber<ArcTangent>},
-        {"zx_exp", 1, OfNumber<Exponential>},
-        {"zx_floor", 1, Rounded<Down>},
-        {"zx_ceiling", 1, Rounded<Up>},
-        {"zx_fix", 1, Rounded<TowardsZero>},
-        {"zx_log", -1, Logarithm},
-        {"zx_log10", 1, Logarithm10},
-        {"zx_sqr", 1, SquareRoot},
-        {"zx_sgn", 1, Sign},
-        {"zx_round", -1, Round},
-        {"zx_power", 2, Power},
-        {"zx_rnd", -1, Random, false},
+        {"zx_abs", 1, 1, Abs},
+        {"zx_cos", 1, 1, OfNumber<Cosine>},
+        {"zx_sin", 1, 1, OfNumber<Sine>},
+        {"zx_tan", 1, 1, OfNumber<Tangent>},
+        {"zx_atn", 1, 1, OfNumber<ArcTangent>},
+        {"zx_exp", 1, 1, OfNumber<Exponential>},
+        {"zx_floor", 1, 1, Rounded<Down>},
+        {"zx_ceiling", 1, 1, Rounded<Up>},
+        {"zx_fix", 1, 1, Rounded<TowardsZero>},
+        {"zx_log", 1, 2, Logarithm},
+        {"zx_log10", 1, 1, Logarithm10},
+        {"zx_sqr", 1, 1, SquareRoot},
+        {"zx_sgn", 1, 1, Sign},
+        {"zx_round", 1, 2, Round},
+        {"zx_power", 2, 2, Power},
+        {"zx_rnd", 0, 1, Random, false},
     };
 }
 

@@ -119,18 +119,18 @@ void Nz(Call& call) {
 
 QList<FunctionEntry> OperatorFunctions() {
     return {
-        {"zx_amp", 2, Ampersand},
-        {"zx_plus", 2, Plus},
-        {"zx_div", 2, Divide},
-        {"zx_intdiv", 2, DivideDeclaredWhole},
-        {"zx_anydiv", 2, DivideByStorage},
-        {"zx_wholediv", 2, DivideWhole},
-        {"zx_mod", 2, Modulo},
-        {"zx_xor", 2, ExclusiveOr},
-        {"zx_like", -1, Like},
-        {"zx_num", 1, AsNumber},
-        {"zx_isnull", 1, IsNull},
-        {"zx_nz", -1, Nz},
+        {"zx_amp", 2, 2, Ampersand},
+        {"zx_plus", 2, 2, Plus},
+        {"zx_div", 2, 2, Divide},
+        {"zx_intdiv", 2, 2, DivideDeclaredWhole},
+        {"zx_anydiv", 2, 2, DivideByStorage},
+        {"zx_wholediv", 2, 2, DivideWhole},
+        {"zx_mod", 2, 2, Modulo},
+        {"zx_xor", 2, 2, ExclusiveOr},
+        {"zx_like", 2, 3, Like},
+        {"zx_num", 1, 1, AsNumber},
+        {"zx_isnull", 1, 1, IsNull},
+        {"zx_nz", 1, 2, Nz},
     };
 }
 

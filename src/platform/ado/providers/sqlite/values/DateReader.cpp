@@ -11,6 +11,12 @@ struct Part {
     int Digits = 0;
 };
 
+/// Digits of other scripts are no part of a date: a statement or a file that has them is refused, not guessed
+/// at.
+bool IsDigit(QChar character) {
+    return character >= u'0' && character <= u'9';
+}
+
 /// Reads one date, piece by piece, in whatever order its pieces come.
 class DateReader {
  public:
@@ -21,7 +27,7 @@ class DateReader {
         while (at < text.size()) {
             const QChar next = text[at];
             bool understood = true;
-            if (next.isDigit())
+            if (IsDigit(next))
                 understood = ReadNumber();
             else if (next.isLetter())
                 understood = ReadWord();
@@ -37,7 +43,7 @@ class DateReader {
  private:
     Part TakeDigits() {
         Part part;
-        while (at < text.size() && text[at].isDigit() && part.Digits < 9) {
+        while (at < text.size() && IsDigit(text[at]) && part.Digits < 9) {
             part.Value = part.Value * 10 + text[at].digitValue();
             ++part.Digits;
             ++at;
@@ -81,7 +87,7 @@ class DateReader {
         const Part second = TakeDigits();
         seconds = second.Value;
         if (second.Digits == 0) return false;
-        if (at + 1 < text.size() && (text[at] == u'.' || text[at] == u':') && text[at + 1].isDigit()) {
+        if (at + 1 < text.size() && (text[at] == u'.' || text[at] == u':') && IsDigit(text[at + 1])) {
             ++at;
             const Part part = TakeDigits();
             fraction = part.Value;
