@@ -41,6 +41,17 @@ TEST(ConnectionText, BlanksPasswords) {
         {u"'hush' is wrong", u"Password=hush", u"", u"'***' is wrong"},
         {u"'a.b*' is wrong", u"", u"a.b*", u"'***' is wrong"},
         {u"a table", u"PWD=a", u"", u"a table"},
+        {u"bad: PWD=my pass;word;UID=me", u"", u"my pass;word", u"bad: PWD=***;UID=me"},
+        {u"bad: PWD={a}}b;tail};UID=me", u"PWD={a}}b;tail}", u"", u"bad: PWD=***;UID=me"},
+        {u"bad: PWD={a}b;tail};UID=me", u"", u"", u"bad: PWD=***;UID=me"},
+        {u"bad: 'x;PWD={a;b}' failed", u"", u"", u"bad: 'x;PWD=***' failed"},
+        {u"bad: pwd=one two\nnext", u"", u"", u"bad: pwd=***\nnext"},
+        {u"bad: Password='a''tail'; x", u"", u"", u"bad: Password=***; x"},
+        {u"bad: PWD={never closed; x=y", u"", u"", u"bad: PWD=***"},
+        {u"no 'hush', no 'open'", u"Jet OLEDB:Database Password=hush;Extended Properties=\"UID=a;PWD=open\"",
+         u"", u"no '***', no '***'"},
+        {u"keyword tail is unknown", u"PWD=hushhush;x=1;Password=\"tail\"", u"", u"keyword *** is unknown"},
+        {u"The password is wrong.", u"", u"", u"The password is wrong."},
     };
     for (const auto& row : cases)
         EXPECT_EQ(WithoutPasswords(QString::fromUtf16(row.Text), QString::fromUtf16(row.String),

@@ -38,9 +38,9 @@ TEST(ConnectionString, ReadsValues) {
 }
 
 TEST(ConnectionString, RefusesWhatIsMalformedWithoutTellingValues) {
-    for (const char* text :
-         {"Driver={SQL Server;PWD=geheim", "PWD={geheim}x;UID=y", "=geheim", "Server=a;geheim;UID=x",
-          "Provider=SQLOLEDB;Password=\"geheim", ";geheim;", "geheim;PWD=y", "PWD={geheim}}", "{"}) {
+    for (const char* text : {"Driver={SQL Server;PWD=geheim", "PWD={geheim}x;UID=y", "=geheim",
+                             "Server=a;geheim;UID=x", "Provider=SQLOLEDB;Password=\"geheim", ";geheim;",
+                             "geheim;PWD=y", "PWD={geheim}}", "PWD=a;geheim=c;d", "PWD=a;geheim={d", "{"}) {
         try {
             ConnectionString::Parse(QString::fromUtf8(text));
             // "{" alone is a word, and so the name of a data source that nobody has.

@@ -53,16 +53,30 @@ TEST(KeywordTranslation, WritesTheDriversKeywords) {
          "Provider=MSOLEDBSQL;Data Source=a;Use Encryption for Data=True;Application "
          "Name=z;ApplicationIntent=ReadOnly",
          "Driver={ODBC Driver 18 for SQL Server};ApplicationIntent=ReadOnly;Server=a;APP=z;Encrypt=yes;"},
+        {"strict encryption", vendor, "Provider=MSOLEDBSQL19;Server=a;Use Encryption for Data=Strict",
+         "Driver={ODBC Driver 18 for SQL Server};Server=a;Encrypt=strict;"},
+        {"no word of encryption is taken for a no", vendor,
+         "Provider=SQLOLEDB;Server=a;Use Encryption for Data=please",
+         "Driver={ODBC Driver 18 for SQL Server};Server=a;Encrypt=yes;"},
+        {"quotes are OLE DB's, braces ODBC's; the dialect is ours", vendor,
+         "Provider=SQLOLEDB;Server=\"a\";APP=\"x;UID=sa\";Dialect=SQL Server",
+         "Driver={ODBC Driver 18 for SQL Server};Server=a;APP={x;UID=sa};"},
         {"FreeTDS wants the port by itself", free,
-         "Provider=SQLOLEDB;Data Source=tcp:box,1444;Initial Catalog=shop",
+         "Provider=SQLOLEDB;Data Source=tcp:box,1444;Initial Catalog=shop;Dialect=SQL Server",
          "Driver={FreeTDS};Server=box;Database=shop;Port=1444;ClientCharset=UTF-8;"},
-        {"a port needs no instance", free, "Driver=FreeTDS;Server=box\\one,1444",
-         "Driver=FreeTDS;Server=box;Port=1444;ClientCharset=UTF-8;"},
-        {"an instance without a port stays", free, "Driver=FreeTDS;Server=box\\one",
-         "Driver=FreeTDS;Server=box\\one;ClientCharset=UTF-8;"},
+        {"FreeTDS has words of its own for encryption", free,
+         "Provider=SQLOLEDB;Server=a;Use Encryption for Data=yes;Trust Server Certificate=yes",
+         "Driver={FreeTDS};Server=a;Encryption=require;TDS_Version=7.4;Port=1433;ClientCharset=UTF-8;"},
+        {"which stand where they stand", free,
+         "Driver=FreeTDS;Encrypt=yes;TrustServerCertificate=yes;Encryption=off",
+         "Driver=FreeTDS;Encryption=off;ClientCharset=UTF-8;"},
+        {"and behind a data source, too",
+         {{freeTds}, {{QStringLiteral("shop"), QStringLiteral("FreeTDS")}}},
+         "DSN=shop;Encrypt=strict;TrustServerCertificate=yes;PWD={a}}b}",
+         "DSN=shop;PWD=a}b;Encryption=strict;"},
         {"the vendor's driver is not here", free,
          "Driver={ODBC Driver 17 for SQL Server};Server=(local);UID=u",
-         "Driver=FreeTDS;Server=localhost;UID=u;ClientCharset=UTF-8;"},
+         "Driver=FreeTDS;Server=localhost;UID=u;Port=1433;ClientCharset=UTF-8;"},
         {"FreeTDS under the vendor's name", WithDrivers({freeTdsInDisguise}),
          "Driver={SQL Server};Server=box,1;Port=2",
          "Driver={SQL Server};Server=box;Port=2;ClientCharset=UTF-8;"},
@@ -77,6 +91,9 @@ TEST(KeywordTranslation, WritesTheDriversKeywords) {
          "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=C:\\a.mdb;Jet OLEDB:Database Password=pw;Jet "
          "OLEDB:Engine Type=5",
          "Driver={Microsoft Access Driver (*.mdb, *.accdb)};DBQ=C:\\a.mdb;PWD=pw;"},
+        {"Access for reading alone", WithDrivers({Named("Microsoft Access Driver (*.mdb, *.accdb)")}),
+         "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=a.mdb;Mode=Share Deny None|Read;Dialect=MS Access",
+         "Driver={Microsoft Access Driver (*.mdb, *.accdb)};DBQ=a.mdb;ReadOnly=1;"},
         {"a workbook through the Access provider",
          WithDrivers({Named("Microsoft Access Driver (*.mdb)"), Named("Microsoft Excel Driver (*.xls)")}),
          "Provider=Microsoft.ACE.OLEDB.12.0;Data Source=a.xls;Extended Properties=\"Excel 8.0;HDR=Yes\"",
@@ -92,6 +109,35 @@ TEST(KeywordTranslation, WritesTheDriversKeywords) {
         EXPECT_EQ(Sent(QString::fromUtf8(row.Given), row.Machine).toStdString(), row.Sent) << row.Name;
 }
 
+TEST(KeywordTranslation, ReadsServersAsPeopleWriteThem) {
+    const struct {
+        const char* Server;
+        const char* Sent;
+    } servers[] = {
+        {"box", "Server=box;Port=1433;"},
+        {"tcp:box", "Server=box;Port=1433;"},
+        {"box, 1444 ", "Server=box;Port=1444;"},
+        {"box\\one,1444", "Server=box;Port=1444;"},
+        {"box\\one", "Server=box\\one;"},
+        {"box\\MSSQLSERVER", "Server=box;Port=1433;"},
+        {".\\X", "Server=localhost\\X;"},
+        {"(local)\\X", "Server=localhost\\X;"},
+        {".", "Server=localhost;Port=1433;"},
+        {"lpc:(local)", "Server=localhost;Port=1433;"},
+        {"np:box", "Server=box;Port=1433;"},
+        {"np:\\\\box\\pipe\\sql\\query", "Server=box;Port=1433;"},
+        {"\\\\.\\pipe\\MSSQL$X\\sql\\query", "Server=localhost\\X;"},
+        {"box,1\n", "Server=box;Port=1;"},
+    };
+    for (const auto& row : servers)
+        EXPECT_EQ(Sent(QStringLiteral("Driver=FreeTDS;Server=") + QString::fromUtf8(row.Server),
+                       WithDrivers({freeTds}))
+                      .toStdString(),
+                  std::string("Driver=FreeTDS;") + row.Sent + "ClientCharset=UTF-8;");
+    EXPECT_EQ(Sent(QStringLiteral("Driver=FreeTDS;Servername=box"), WithDrivers({freeTds})),
+              QStringLiteral("Driver=FreeTDS;Servername=box;ClientCharset=UTF-8;"));
+}
+
 TEST(KeywordTranslation, PutsTheRequestsLoginFirst) {
     const Installation free = WithDrivers({freeTds, Named("SQLite3")});
     EXPECT_EQ(Sent(QStringLiteral("Driver=SQLite3;UID=old;Password=old"), free, QStringLiteral("new"),
@@ -99,7 +145,7 @@ TEST(KeywordTranslation, PutsTheRequestsLoginFirst) {
               QStringLiteral("Driver=SQLite3;UID=new;PWD={a;b};"));
     EXPECT_EQ(Sent(QStringLiteral("Provider=SQLOLEDB;Server=s;User ID=old;Password=old"), free,
                    QStringLiteral("new"), QStringLiteral("pw")),
-              QStringLiteral("Driver={FreeTDS};Server=s;UID=new;PWD=pw;ClientCharset=UTF-8;"));
+              QStringLiteral("Driver={FreeTDS};Server=s;UID=new;PWD=pw;Port=1433;ClientCharset=UTF-8;"));
 }
 
 TEST(KeywordTranslation, SaysWhichDriverIsMissing) {

@@ -63,6 +63,7 @@ TEST_F(ShopTest, Opening) {
         {u"Dialect=MS Excel;Data Source="_qs + shop.Path(), "'MS Excel' is not supported"},
         {u"Dialect=MS Access;Data Source=/x/SQL Server/a.db"_qs, "stand for SQL Server"},
         {u"Dialect=SQL Server;Colour=red;Data Source="_qs + shop.Path(), "unknown keyword 'Colour'"},
+        {u"Dialect=SQL Server;PWD={a;tail};Data Source="_qs + shop.Path(), "unknown keyword behind the password"},
         {u"Dialect=SQL Server;Mode=Sideways;Data Source="_qs + shop.Path(), "Mode=Sideways"},
         {u"Dialect=SQL Server;Data Source="_qs + folder + u"/missing.db"_qs, "Could not find file"},
         {u"Dialect=SQL Server;Data Source="_qs + folder, "is a folder"},

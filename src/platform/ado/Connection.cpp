@@ -57,6 +57,14 @@ Error NoProvider(const QString& connectionString) {
         QStringLiteral("Provider '%1' cannot be found. It may not be properly installed.").arg(name));
 }
 
+void RequireReadable(const QString& connectionString) {
+    if (connectionString.size() <= MostConnectionCharacters) return;
+    throw Error(ErrorNumber::InvalidArgument,
+                QStringLiteral("The connection string is too long: %1 characters, %2 at most.")
+                    .arg(connectionString.size())
+                    .arg(MostConnectionCharacters));
+}
+
 void RequireSeconds(int seconds) {
     if (seconds < 0)
         throw Error(ErrorNumber::InvalidArgument,
@@ -87,6 +95,7 @@ void Connection::SetCommandTimeout(int seconds) {
 void Connection::Open(const QString& connectionString, const QString& userId, const QString& password, int) {
     if (session) throw IsOpenAlready();
     if (!connectionString.isEmpty()) request.ConnectionString = connectionString;
+    RequireReadable(request.ConnectionString);
     const auto provider = std::find_if(providers.begin(), providers.end(), [this](const auto& candidate) {
         return candidate->Accepts(request.ConnectionString);
     });

@@ -77,8 +77,10 @@ bool IsSecret(const Keyword& keyword) {
 
 QList<Keyword> Split(const QString& text) {
     QList<Keyword> keywords;
+    // Looked for anew only once it is passed: looking from each part would take quadratic time.
+    qsizetype equals = -1;
     for (qsizetype at = 0; at < text.size();) {
-        const qsizetype equals = text.indexOf(u'=', at);
+        if (equals < at) equals = text.indexOf(u'=', at);
         const qsizetype end = text.indexOf(u';', at);
         if (equals < 0) break;
         if (end >= 0 && end < equals) {

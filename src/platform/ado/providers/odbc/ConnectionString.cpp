@@ -1,7 +1,10 @@
 #include "platform/ado/providers/odbc/ConnectionString.h"
 
+#include "platform/ado/ConnectionText.h"
+
 #include <zephrin/ado/Error.h>
 
+#include <QHash>
 #include <QRegularExpression>
 
 namespace zephrin::ado::odbc {
@@ -27,7 +30,29 @@ QString Braced(QString value) {
     return u'{' + value.replace(u'}', QStringLiteral("}}")) + u'}';
 }
 
+/// As FreeTDS reads it: to the first closing brace in front of a semicolon.
+QString RawBraced(const QString& name, const QString& value) {
+    if (value.contains(QLatin1StringView("};")))
+        Refuse(QStringLiteral("the value of '%1' holds '};', for which its driver has no way of writing")
+                   .arg(name));
+    const bool plain = value.isEmpty() || (!value.front().isSpace() && !value.back().isSpace() &&
+                                           !value.startsWith(u'{') && !value.contains(u';'));
+    return plain ? value : u'{' + value + u'}';
+}
+
 }  // namespace
+
+bool IsYes(const QString& value) {
+    for (const char* word : {"yes", "true", "sspi", "1", "-1", "mandatory"})
+        if (value.compare(QLatin1StringView(word), Qt::CaseInsensitive) == 0) return true;
+    return false;
+}
+
+bool IsNo(const QString& value) {
+    for (const char* word : {"", "no", "false", "optional", "0", "off", "disabled"})
+        if (value.compare(QLatin1StringView(word), Qt::CaseInsensitive) == 0) return true;
+    return false;
+}
 
 /// Cuts a connection string into its parts.
 class StringReader {
@@ -41,8 +66,8 @@ class StringReader {
         const qsizetype begin = at;
         item.Name = ReadName();
         item.Value = ReadValue(item.Name);
-        item.Written = text.mid(begin, at - begin).trimmed();
-        previous = item.Name;
+        if (!quotes) item.Written = text.mid(begin, at - begin).trimmed();
+        NoteName(item.Name);
         return true;
     }
 
@@ -52,7 +77,7 @@ class StringReader {
         const qsizetype end = text.indexOf(u';', at);
         if (equals < 0 || (end >= 0 && end < equals))
             Refuse(previous.isEmpty() ? QStringLiteral("it begins with a part that has no '='")
-                                      : QStringLiteral("a part without '=' follows '%1'").arg(previous));
+                                      : QStringLiteral("a part without '=' follows %1").arg(previous));
         const QString name = text.mid(at, equals - at).trimmed();
         if (name.isEmpty()) Refuse(QStringLiteral("a value has no keyword in front of its '='"));
         at = equals + 1;
@@ -75,8 +100,8 @@ class StringReader {
         QString value;
         for (;; ++at) {
             if (at >= text.size())
-                Refuse(QStringLiteral("the value of '%1' begins with %2 and never closes it")
-                           .arg(name)
+                Refuse(QStringLiteral("the value of %1 begins with %2 and never closes it")
+                           .arg(Told(name))
                            .arg(open));
             if (text[at] != close) {
                 value += text[at];
@@ -89,14 +114,27 @@ class StringReader {
         ++at;
         while (at < text.size() && text[at].isSpace()) ++at;
         if (at < text.size() && text[at] != u';')
-            Refuse(QStringLiteral("the value of '%1' goes on behind its closing %2").arg(name).arg(close));
+            Refuse(
+                QStringLiteral("the value of %1 goes on behind its closing %2").arg(Told(name)).arg(close));
         return value;
+    }
+
+    /// A keyword as a message may show it. What stands behind a password may be the rest of one that lacks
+    /// its braces.
+    QString Told(const QString& name) const {
+        return behindSecret ? QStringLiteral("the password") : u'\'' + name + u'\'';
+    }
+    void NoteName(const QString& name) {
+        previous = Told(name);
+        if (!behindSecret && IsSecretName(name)) behindSecret = true;
     }
 
     const QString& text;
     const bool quotes;
     qsizetype at = 0;
+    /// The keyword before, as a message may show it.
     QString previous;
+    bool behindSecret = false;
 };
 
 ConnectionString ConnectionString::Parse(const QString& text) {
@@ -118,14 +156,14 @@ ConnectionString ConnectionString::Parse(const QString& text) {
 
 void ConnectionString::DropDuplicates() {
     QList<Item> kept;
+    QHash<QString, qsizetype> places;
     for (const Item& item : std::as_const(items)) {
-        const auto same = std::find_if(kept.begin(), kept.end(), [&](const Item& earlier) {
-            return earlier.Name.compare(item.Name, Qt::CaseInsensitive) == 0;
-        });
-        if (same == kept.end()) {
+        const auto place = places.constFind(item.Name.toCaseFolded());
+        if (place == places.constEnd()) {
+            places.insert(item.Name.toCaseFolded(), kept.size());
             kept.append(item);
         } else if (oleDb) {
-            *same = item;
+            kept[*place] = item;
         }
     }
     items = kept;
@@ -178,6 +216,21 @@ QString ConnectionString::Text() const {
     QString text;
     for (const Item& item : items)
         text += (item.Written.isEmpty() ? item.Name + u'=' + Braced(item.Value) : item.Written) + u';';
+    return text;
+}
+
+QString ConnectionString::TextWithRawBraces() const {
+    QString text;
+    for (const Item& item : items) {
+        // The driver manager reads this one, by its own rules.
+        const bool ofManager = item.Name.compare(QLatin1StringView("Driver"), Qt::CaseInsensitive) == 0;
+        if (ofManager && !item.Written.isEmpty()) {
+            text += item.Written + u';';
+        } else {
+            text +=
+                item.Name + u'=' + (ofManager ? Braced(item.Value) : RawBraced(item.Name, item.Value)) + u';';
+        }
+    }
     return text;
 }
 

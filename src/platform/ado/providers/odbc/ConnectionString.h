@@ -33,14 +33,18 @@ class ConnectionString {
     /// The names as they were written, in order.
     QList<QString> Names() const;
 
-    /// The string in ODBC's form. What nobody changed stands as it was written.
+    /// The string in ODBC's form. What was in that form already and nobody changed stands as it was written.
     QString Text() const;
+    /// The same for a driver that takes what stands between `{` and `};` as it is, a closing brace inside not
+    /// doubled. Throws ado::Error for a value that can't be written so.
+    QString TextWithRawBraces() const;
 
  private:
     struct Item {
         QString Name;
         QString Value;
-        /// The part as it was written, or empty after a change.
+        /// The part as it was written; empty after a change, and in a string of OLE DB, whose quotes mean
+        /// nothing to ODBC.
         QString Written;
     };
     qsizetype Find(QStringView name) const;
@@ -50,5 +54,9 @@ class ConnectionString {
     QList<Item> items;
     bool oleDb = false;
 };
+
+/// Whether a keyword that is on or off is on, or off; neither for a word that nobody knows.
+bool IsYes(const QString& value);
+bool IsNo(const QString& value);
 
 }  // namespace zephrin::ado::odbc

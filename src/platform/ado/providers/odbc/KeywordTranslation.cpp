@@ -1,11 +1,11 @@
 #include "platform/ado/providers/odbc/KeywordTranslation.h"
 
 #include "platform/ado/providers/odbc/ConnectionString.h"
+#include "platform/ado/providers/odbc/FreeTds.h"
 
 #include <zephrin/ado/Error.h>
 
 #include <QFileInfo>
-#include <QRegularExpression>
 
 namespace zephrin::ado::odbc {
 
@@ -16,12 +16,6 @@ namespace {
         ErrorNumber::ProviderFailed,
         QStringLiteral("The ODBC driver '%1' is not installed. %2").arg(missing, installation.Listing()),
         QStringLiteral("ODBC"));
-}
-
-bool IsYes(const QString& value) {
-    for (const char* word : {"yes", "true", "sspi", "1", "-1", "mandatory"})
-        if (value.compare(QLatin1StringView(word), Qt::CaseInsensitive) == 0) return true;
-    return false;
 }
 
 /// Moves a keyword's value under its ODBC name. The caller's name wins where both stand.
@@ -42,36 +36,27 @@ void DropOleDbServices(ConnectionString& keywords) {
         keywords.Remove(name);
 }
 
+/// The value of OLE DB's keyword of encryption as ODBC's has it.
+QString OdbcEncrypt(const QString& value) {
+    if (value.compare(QLatin1StringView("strict"), Qt::CaseInsensitive) == 0) return QStringLiteral("strict");
+    return IsNo(value) ? QStringLiteral("no") : QStringLiteral("yes");
+}
+
 void RenameLogin(ConnectionString& keywords) {
     Rename(keywords, {u"User ID", u"UserID", u"User", u"Uid"}, QStringLiteral("UID"));
     Rename(keywords, {u"Password", u"Pwd"}, QStringLiteral("PWD"));
 }
 
-/// A server as people write it, in the parts that FreeTDS wants: no protocol in front, the port apart.
-void SplitServer(ConnectionString& keywords) {
-    QString server = keywords.FirstOf({u"Server", u"Address", u"Addr"});
-    if (server.isEmpty()) return;
-    const QString asWritten = server;
-    if (server.startsWith(QLatin1StringView("tcp:"), Qt::CaseInsensitive)) server.remove(0, 4);
-    static const QRegularExpression port(QStringLiteral("\\s*,\\s*(\\d+)\\s*$"));
-    if (const auto match = port.match(server); match.hasMatch()) {
-        server.truncate(match.capturedStart());
-        // A port leads straight to the instance, so that its name is not looked up.
-        if (const qsizetype instance = server.indexOf(u'\\'); instance >= 0) server.truncate(instance);
-        if (!keywords.Has(u"Port")) keywords.Set(QStringLiteral("Port"), match.captured(1));
-    }
-    if (server == u"." || server.compare(QLatin1StringView("(local)"), Qt::CaseInsensitive) == 0)
-        server = QStringLiteral("localhost");
-    if (server != asWritten) keywords.Set(QStringLiteral("Server"), server);
+/// The string in the form that the driver reads, for a driver that is known.
+QString TextFor(ConnectionString& keywords, const Driver& driver) {
+    if (FamilyOf(driver) != Family::FreeTds) return keywords.Text();
+    SuitFreeTds(keywords, driver.Name);
+    return keywords.TextWithRawBraces();
 }
 
-/// What FreeTDS needs over what the vendor's drivers do by themselves.
-void SuitFreeTds(ConnectionString& keywords) {
-    Rename(keywords, {u"Address", u"Addr", u"Network Address"}, QStringLiteral("Server"));
-    SplitServer(keywords);
-    // Without it, whatever Latin-1 can't hold would come as question marks.
-    if (!keywords.Has(u"ClientCharset"))
-        keywords.Set(QStringLiteral("ClientCharset"), QStringLiteral("UTF-8"));
+QString TextFor(ConnectionString& keywords, const Driver& driver, const QString& name) {
+    keywords.Remove(u"Driver");
+    return QStringLiteral("Driver={%1};").arg(name) + TextFor(keywords, driver);
 }
 
 Target ForSqlServer(ConnectionString keywords, const Installation& installation) {
@@ -87,16 +72,20 @@ Target ForSqlServer(ConnectionString keywords, const Installation& installation)
     Rename(keywords, {u"Trust Server Certificate"}, QStringLiteral("TrustServerCertificate"));
     RenameLogin(keywords);
     if (const auto encrypt = keywords.Take(u"Use Encryption for Data"); encrypt && !keywords.Has(u"Encrypt"))
-        keywords.Set(QStringLiteral("Encrypt"),
-                     IsYes(*encrypt) ? QStringLiteral("yes") : QStringLiteral("no"));
+        keywords.Set(QStringLiteral("Encrypt"), OdbcEncrypt(*encrypt));
     for (const QStringView name : {u"Integrated Security", u"Trusted_Connection"}) {
         const auto trusted = keywords.Take(name);
         if (trusted && IsYes(*trusted))
             keywords.Set(QStringLiteral("Trusted_Connection"), QStringLiteral("Yes"));
     }
-    if (FamilyOf(*driver) == Family::FreeTds) SuitFreeTds(keywords);
-    keywords.Remove(u"Driver");
-    return {QStringLiteral("Driver={%1};").arg(driver->Name) + keywords.Text(), driver->Name};
+    return {TextFor(keywords, *driver, driver->Name), driver->Name};
+}
+
+/// Whether `Mode=` asks for no more than reading, among others behind a bar.
+bool IsReadOnly(const QString& mode) {
+    for (const QString& part : mode.split(u'|'))
+        if (part.trimmed().compare(QLatin1StringView("Read"), Qt::CaseInsensitive) == 0) return true;
+    return false;
 }
 
 Target ForJet(ConnectionString keywords, const Installation& installation) {
@@ -106,6 +95,7 @@ Target ForJet(ConnectionString keywords, const Installation& installation) {
         workbook ? QStringLiteral("Microsoft Excel Driver") : QStringLiteral("Microsoft Access Driver");
     const Driver* driver = installation.WithPrefix(wanted);
     if (!driver) RefuseDriver(wanted, installation);
+    const bool readOnly = IsReadOnly(keywords.Value(u"Mode"));
     DropOleDbServices(keywords);
     keywords.Remove(u"Extended Properties");
     Rename(keywords, {u"Data Source"}, QStringLiteral("DBQ"));
@@ -114,7 +104,8 @@ Target ForJet(ConnectionString keywords, const Installation& installation) {
     RenameLogin(keywords);
     for (const QString& name : keywords.Names())
         if (name.startsWith(QLatin1StringView("Jet OLEDB:"), Qt::CaseInsensitive)) keywords.Remove(name);
-    return {QStringLiteral("Driver={%1};").arg(driver->Name) + keywords.Text(), driver->Name};
+    if (readOnly) keywords.Set(QStringLiteral("ReadOnly"), QStringLiteral("1"));
+    return {TextFor(keywords, *driver, driver->Name), driver->Name};
 }
 
 /// The ODBC string that the bridge's own string holds: in its keywords, and whole in "Extended Properties".
@@ -136,28 +127,32 @@ bool IsFile(const QString& driver) {
            driver.contains(QLatin1StringView(".so.")) || driver.endsWith(QLatin1StringView(".dylib"));
 }
 
-QString DriverOfSource(const QString& name, const Installation& installation) {
-    for (const InstalledSources::DataSource& source : installation.DataSources)
-        if (source.Name.compare(name, Qt::CaseInsensitive) == 0) return source.Driver;
+/// The driver behind a data source: by its name, or as the file that stands there in its place.
+Driver DriverOfSource(const QString& name, const Installation& installation) {
+    for (const InstalledSources::DataSource& source : installation.DataSources) {
+        if (source.Name.compare(name, Qt::CaseInsensitive) != 0) continue;
+        const Driver* installed = installation.Find(source.Driver);
+        return installed ? *installed : Driver{source.Driver, source.Driver};
+    }
     return {};
 }
 
+/// The driver that `Driver=` names, by its file or by a name that is installed here.
+Driver NamedDriver(ConnectionString& keywords, const QString& name, const Installation& installation) {
+    if (IsFile(name)) return {QFileInfo(name).fileName(), name};
+    const Driver* installed = installation.Find(name);
+    if (!installed && FamilyOf({name, {}}) == Family::SqlServer) installed = installation.ForSqlServer();
+    if (!installed) RefuseDriver(name, installation);
+    if (installed->Name.compare(name, Qt::CaseInsensitive) != 0)
+        keywords.Set(QStringLiteral("Driver"), installed->Name);
+    return *installed;
+}
+
 Target ForOdbc(ConnectionString keywords, const Installation& installation) {
-    // Ours, and read before the string came here.
-    keywords.Remove(u"Dialect");
     const QString name = keywords.Value(u"Driver");
-    if (name.isEmpty()) return {keywords.Text(), DriverOfSource(keywords.Value(u"DSN"), installation)};
-    Driver driver{IsFile(name) ? QFileInfo(name).fileName() : name, IsFile(name) ? name : QString()};
-    if (!IsFile(name)) {
-        const Driver* installed = installation.Find(name);
-        if (!installed && FamilyOf(driver) == Family::SqlServer) installed = installation.ForSqlServer();
-        if (!installed) RefuseDriver(name, installation);
-        if (installed->Name.compare(name, Qt::CaseInsensitive) != 0)
-            keywords.Set(QStringLiteral("Driver"), installed->Name);
-        driver = *installed;
-    }
-    if (FamilyOf(driver) == Family::FreeTds) SuitFreeTds(keywords);
-    return {keywords.Text(), driver.Name};
+    const Driver driver = name.isEmpty() ? DriverOfSource(keywords.Value(u"DSN"), installation)
+                                         : NamedDriver(keywords, name, installation);
+    return {TextFor(keywords, driver), driver.Name};
 }
 
 void PutLogin(ConnectionString& keywords, const OpenRequest& request) {
@@ -181,11 +176,18 @@ bool StartsWithAny(const QString& text, std::initializer_list<const char*> prefi
 
 Target Translate(const OpenRequest& request, const Installation& installation) {
     ConnectionString keywords = ConnectionString::Parse(request.ConnectionString);
+    // Ours, and read before the string came here.
+    keywords.Remove(u"Dialect");
     PutLogin(keywords, request);
     if (!keywords.IsOleDb()) return ForOdbc(std::move(keywords), installation);
     const QString provider = keywords.Value(u"Provider");
-    if (provider.isEmpty() || StartsWithAny(provider, {"MSDASQL"}))
-        return ForOdbc(Unbridged(std::move(keywords)), installation);
+    if (provider.isEmpty() || StartsWithAny(provider, {"MSDASQL"})) {
+        ConnectionString inner = Unbridged(std::move(keywords));
+        inner.Remove(u"Dialect");
+        // What the string in the string says of the login comes behind, too.
+        PutLogin(inner, request);
+        return ForOdbc(std::move(inner), installation);
+    }
     if (StartsWithAny(provider, {"SQLOLEDB", "SQLNCLI", "MSOLEDBSQL"}))
         return ForSqlServer(std::move(keywords), installation);
     if (StartsWithAny(provider, {"Microsoft.Jet", "Microsoft.ACE"}))

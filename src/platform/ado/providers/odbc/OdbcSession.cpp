@@ -5,6 +5,7 @@
 #include "platform/ado/providers/odbc/SchemaReader.h"
 
 #include <array>
+#include <limits>
 
 namespace zephrin::ado::odbc {
 
@@ -37,6 +38,10 @@ struct Connected {
 
 /// Runs on the worker's thread.
 Connected Connect(const Target& target, int timeout) {
+    // The driver manager takes the length as a short number.
+    if (target.ConnectionString.size() > std::numeric_limits<SQLSMALLINT>::max())
+        throw Error(ErrorNumber::InvalidArgument, QStringLiteral("The connection string is too long."),
+                    QStringLiteral("ODBC"));
     auto link = std::make_shared<Link>();
     if (!link->Handle())
         throw Error(ErrorNumber::ProviderFailed,

@@ -1,5 +1,6 @@
 #include "platform/ado/providers/sqlite/ConnectionStringReader.h"
 
+#include "platform/ado/ConnectionText.h"
 #include "platform/ado/providers/sqlite/values/Failures.h"
 
 #include <algorithm>
@@ -51,6 +52,21 @@ bool IsKnown(const QString& name) {
                        [&](QLatin1StringView word) { return name.compare(word, Qt::CaseInsensitive) == 0; });
 }
 
+void RequireKnown(const QList<Keyword>& keywords) {
+    bool behindSecret = false;
+    for (const Keyword& keyword : keywords) {
+        // What stands behind a password may be the rest of one that lacks its quotes.
+        if (!IsKnown(keyword.Name))
+            throw ConnectFailure(behindSecret
+                                     ? QStringLiteral("The connection string holds an unknown keyword behind "
+                                                      "the password. A password with "
+                                                      "a semicolon stands in quotes.")
+                                     : QStringLiteral("The connection string holds the unknown keyword '%1'.")
+                                           .arg(keyword.Name));
+        behindSecret = behindSecret || IsSecretName(keyword.Name);
+    }
+}
+
 bool IsReadOnly(const QString& mode) {
     const auto is = [&](QLatin1StringView word) { return mode.compare(word, Qt::CaseInsensitive) == 0; };
     if (mode.isEmpty() || is(QLatin1StringView("ReadWrite")) || is(QLatin1StringView("Read/Write")))
@@ -90,8 +106,10 @@ Dialect CheckedDialect(const QString& named, const QString& connectionString) {
 QList<Keyword> SplitConnectionString(QStringView connectionString) {
     QList<Keyword> keywords;
     qsizetype at = 0;
+    // Looked for anew only once it is passed: looking from each part would take quadratic time.
+    qsizetype equals = connectionString.indexOf(u'=');
     while (at < connectionString.size()) {
-        const qsizetype equals = connectionString.indexOf(u'=', at);
+        if (equals >= 0 && equals < at) equals = connectionString.indexOf(u'=', at);
         const qsizetype semicolon = connectionString.indexOf(u';', at);
         if (equals < 0 || (semicolon >= 0 && semicolon < equals)) {
             const qsizetype end = semicolon < 0 ? connectionString.size() : semicolon;
@@ -116,10 +134,7 @@ QString KeywordValue(const QList<Keyword>& keywords, QLatin1StringView name) {
 
 OpenOptions ReadConnectionString(const QString& connectionString) {
     const QList<Keyword> keywords = SplitConnectionString(connectionString);
-    for (const Keyword& keyword : keywords)
-        if (!IsKnown(keyword.Name))
-            throw ConnectFailure(
-                QStringLiteral("The connection string holds the unknown keyword '%1'.").arg(keyword.Name));
+    RequireKnown(keywords);
     OpenOptions options;
     options.Path = KeywordValue(keywords, QLatin1StringView("Data Source"));
     if (options.Path.isEmpty())
