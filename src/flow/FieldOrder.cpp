@@ -214,12 +214,13 @@ void EndCalcEdit(ZPGGlobalDeclarations& state, FieldOrderForm& form, const QStri
 void DeleteOrderRow(ZPGGlobalDeclarations& state, FieldOrderForm& form) {
     const FieldOrderForm::Row* inHand = InHand(form);
     if (!inHand) return;
+    // Kept by value: a host's box may let the user change the rows meanwhile.
+    const FieldOrderForm::Row row = *inHand;
+    const QString alias = form.Alias;
     const int showing = state.Showing;
     const BoxAnswer answer = state.UserPrompts->MsgBox(
         ResString(state, 177), BoxStyle::YesNo + BoxStyle::Question, ResString(state, 178));
     if (state.Showing != showing || answer != BoxAnswer::Yes) return;
-    const FieldOrderForm::Row row = *inHand;
-    const QString alias = form.Alias;
     if (MoveToRow(state, row)) Target(state)->Delete();
     if (form.OutputVisible) {
         DeleteAlias(state, row.Alias);

@@ -72,22 +72,41 @@ void WriteRow(ado::Recordset& groups, const GroupChoice& choice, bool output) {
     groups.Update();
 }
 
-void WriteAlias(ado::Recordset& aliases, const GroupChoice& choice) {
-    BeginRow(aliases);
-    aliases.SetValue(u"FieldName", choice.Expression);
-    aliases.SetValue(u"Alias", choice.Alias);
-    aliases.SetValue(u"RecordsetType", QStringLiteral("rsGroupBy"));
-    aliases.Update();
-}
-
-/// Writes what `write` writes into a row of its own; one that can't be written whole is taken back.
+/// Writes what `write` writes into the row in hand; one that can't be written whole is taken away again.
 template <typename Write>
-void WriteOrCancel(ado::Recordset& recordset, Write write) {
+void WriteOrRemove(ado::Recordset& recordset, Write write) {
     try {
         write();
     } catch (const ado::Error&) {
+        const qint64 rows = recordset.RecordCount();
         recordset.CancelUpdate();
+        // A row that somebody moved away from stands as if it were whole.
+        if (recordset.RecordCount() == rows) recordset.Delete();
     }
+}
+
+void AddAlias(ado::Recordset& aliases, const GroupChoice& choice) {
+    BeginRow(aliases);
+    WriteOrRemove(aliases, [&] {
+        aliases.SetValue(u"FieldName", choice.Expression);
+        aliases.SetValue(u"Alias", choice.Alias);
+        aliases.SetValue(u"RecordsetType", QStringLiteral("rsGroupBy"));
+        aliases.Update();
+    });
+}
+
+/// Stands on the row that was begun and not yet written, or goes there; false where there is none any more.
+bool FindBegunRow(ado::Recordset& groups) {
+    const auto isBegun = [&groups] {
+        return groups.Text(u"FieldName").isEmpty() && groups.Text(u"GroupBy").isEmpty();
+    };
+    if (!groups.IsOpen() || groups.RecordCount() == 0) return false;
+    if (groups.AbsolutePosition() > 0 && isBegun()) return true;
+    for (qint64 row = groups.RecordCount(); row > 0; --row) {
+        groups.SetAbsolutePosition(row);
+        if (isBegun()) return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -107,11 +126,11 @@ void AddGroupRow(ZPGGlobalDeclarations& state) {
     // The row stands, still empty, while the question is asked.
     BeginRow(*groups);
     const bool output = AskForOutput(state, choice.Operator);
-    if (state.Showing != showing) return;
-    WriteOrCancel(*groups, [&] {
+    // A host's box may let the user go on: the rows can be others by now, be moved in, or closed.
+    if (state.Showing != showing || state.rsGroupBy != groups || !FindBegunRow(*groups)) return;
+    WriteOrRemove(*groups, [&] {
         WriteRow(*groups, choice, output);
-        if (!choice.Alias.isEmpty() && state.rsAlias)
-            WriteOrCancel(*state.rsAlias, [&] { WriteAlias(*state.rsAlias, choice); });
+        if (!choice.Alias.isEmpty() && state.rsAlias) AddAlias(*state.rsAlias, choice);
     });
 }
 
@@ -120,7 +139,7 @@ void AddOrderRow(ZPGGlobalDeclarations& state) {
     if (key.isEmpty() || !state.rsOrderBy) return;
     ado::Recordset& orders = *state.rsOrderBy;
     BeginRow(orders);
-    WriteOrCancel(orders, [&] {
+    WriteOrRemove(orders, [&] {
         orders.SetValue(u"FieldName", key);
         orders.SetValue(u"OrderBy", QString(key + u' ' + state.Form->lstOperands.Items.Text()));
         orders.Update();

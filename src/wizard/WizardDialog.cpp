@@ -1,5 +1,6 @@
 #include "wizard/WizardDialog.h"
 
+#include "wizard/Guarded.h"
 #include "wizard/Look.h"
 #include "wizard/TipKey.h"
 
@@ -26,6 +27,11 @@ bool WizardDialog::Run(WizardDialog* dialog) {
     dialog->exec();
     if (alive) delete dialog;
     return state.Showing == showing;
+}
+
+bool WizardDialog::Act(const std::function<void()>& operation) {
+    const QPointer<WizardDialog> alive(this);
+    return RunGuarded(state, operation) && alive;
 }
 
 void WizardDialog::FinishControls() {

@@ -5,6 +5,8 @@
 #include <QDialog>
 #include <QPointer>
 
+#include <functional>
+
 namespace zephrin {
 
 /// A dialog over the wizard: modal for the application, named by its class. Its window button and Escape are
@@ -21,6 +23,8 @@ class WizardDialog : public QDialog {
 
  protected:
     ZPGGlobalDeclarations& State() const { return state; }
+    /// Runs what a handler calls, see RunGuarded. False where it failed or the dialog is gone by now.
+    bool Act(const std::function<void()>& operation);
     /// Gives the controls their captions by Tag (ids up to 231) and their accessible names by their labels.
     /// Call it at the end of the constructor.
     void FinishControls();

@@ -176,8 +176,9 @@ void frmCalcFields::ConnectTexts() {
 }
 
 void frmCalcFields::Change(const std::function<void()>& operation) {
-    operation();
-    Show();
+    const QPointer<frmCalcFields> guard(this);
+    Act(operation);
+    if (guard) Show();
 }
 
 void frmCalcFields::Insert(const QString& text) {
@@ -211,9 +212,8 @@ void frmCalcFields::Show() {
 
 void frmCalcFields::accept() {
     if (!form.OkEnabled) return;
-    const QPointer<frmCalcFields> guard(this);
-    const CalcOutcome outcome = AcceptCalcField(State(), form);
-    if (!guard) return;
+    CalcOutcome outcome = CalcOutcome::Refused;
+    if (!Act([&] { outcome = AcceptCalcField(State(), form); })) return;
     if (outcome == CalcOutcome::Stored) {
         QDialog::accept();
     } else if (outcome == CalcOutcome::TakenAlias) {

@@ -129,8 +129,7 @@ void frmCriteriaBuilder::Insert(const QString& key) {
 }
 
 void frmCriteriaBuilder::cmdCriteriaOK_Click() {
-    AcceptCriteria(State(), cellText, txtCriteria->Text());
-    accept();
+    if (Act([this] { AcceptCriteria(State(), cellText, txtCriteria->Text()); })) accept();
 }
 
 }  // namespace zephrin

@@ -128,18 +128,15 @@ QWidget* frmFieldOrder::MakeFoot() {
 
 void frmFieldOrder::ConnectControls() {
     for (ListBox* list : {lstFields, lstAlias}) {
-        connect(list, &ListBox::Picked, this, [this](int row) {
-            OrderRowClicked(State(), form, row);
-            Show();
-        });
+        connect(list, &ListBox::Picked, this,
+                [this](int row) { Change([&] { OrderRowClicked(State(), form, row); }); });
         connect(list, &ListBox::DblClick, cmdEdit, &QPushButton::click);
     }
-    connect(chkOutput, &QCheckBox::clicked, this, [this](bool on) { OutputClicked(State(), form, on); });
+    connect(chkOutput, &QCheckBox::clicked, this,
+            [this](bool on) { Change([&] { OutputClicked(State(), form, on); }); });
     for (int index = 0; index < 2; ++index) {
-        connect(cmdUpDown[index], &QPushButton::clicked, this, [this, index] {
-            MoveOrderRow(State(), form, index == 1);
-            Show();
-        });
+        connect(cmdUpDown[index], &QPushButton::clicked, this,
+                [this, index] { Change([&] { MoveOrderRow(State(), form, index == 1); }); });
     }
     connect(cmdEdit, &QPushButton::clicked, this, &frmFieldOrder::EditCalc);
     connect(cmdDelete, &QPushButton::clicked, this, &frmFieldOrder::Delete);
@@ -153,13 +150,16 @@ void frmFieldOrder::EditCalc() {
     const QString before = State().EditCalcField;
     const QPointer<frmFieldOrder> guard(this);
     if (!Run(new frmCalcFields(State(), this)) || !guard) return;
-    EndCalcEdit(State(), form, before);
-    Show();
+    Change([&] { EndCalcEdit(State(), form, before); });
 }
 
 void frmFieldOrder::Delete() {
+    Change([this] { DeleteOrderRow(State(), form); });
+}
+
+void frmFieldOrder::Change(const std::function<void()>& operation) {
     const QPointer<frmFieldOrder> guard(this);
-    DeleteOrderRow(State(), form);
+    Act(operation);
     if (guard) Show();
 }
 
@@ -184,8 +184,7 @@ void frmFieldOrder::Show() {
 }
 
 void frmFieldOrder::accept() {
-    AcceptFieldOrder(State(), form);
-    QDialog::accept();
+    if (Act([this] { AcceptFieldOrder(State(), form); })) QDialog::accept();
 }
 
 }  // namespace zephrin

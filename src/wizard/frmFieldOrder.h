@@ -27,6 +27,7 @@ class frmFieldOrder : public WizardDialog {
     void ConnectControls();
     void EditCalc();
     void Delete();
+    void Change(const std::function<void()>& operation);
     void Show();
 
     FieldOrderForm form;

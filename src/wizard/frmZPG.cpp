@@ -3,6 +3,7 @@
 #include "flow/Shell.h"
 #include "savedquery/OpenQuery.h"
 #include "savedquery/SaveQuery.h"
+#include "wizard/Guarded.h"
 #include "wizard/Look.h"
 #include "wizard/ShowingPrompts.h"
 #include "wizard/WizardDialog.h"
@@ -32,8 +33,8 @@ void frmZPG::Private::Run(const Operation& operation) {
     if (!loaded || showing) return;
     const auto run = state;
     const Handler handler(this);
-    operation(*run);
-    if (handler.FormIsThere()) ShowState();
+    RunGuarded(*run, [&] { operation(*run); });
+    if (handler.FormIsThere()) RunGuarded(*run, [this] { ShowState(); });
 }
 
 void frmZPG::Private::RunCommitted(const Operation& operation) {
@@ -77,7 +78,8 @@ bool frmZPG::Private::AskBeforeClosing() {
     if (answer == CloseAnswer::Close) return true;
     // A file dialog that is cancelled closes all the same; a write that failed would take the query with it.
     QueryFiles disk;
-    const SaveOutcome outcome = SaveQuery(*run, disk);
+    SaveOutcome outcome = SaveOutcome::Failed;
+    RunGuarded(*run, [&] { outcome = SaveQuery(*run, disk); });
     if (!handler.FormIsThere()) return false;
     if (outcome == SaveOutcome::Failed) ShowState();
     return outcome != SaveOutcome::Failed;
@@ -132,7 +134,9 @@ bool frmZPG::Load() {
     run->ShowForm = [this] { d->ShowAtOnce(); };
     run->UserPrompts =
         std::make_shared<ShowingPrompts>(run->UserPrompts, [run = run.get()] { ShowForAnswer(*run); });
-    if (LoadForm(*run)) {
+    bool isLoaded = false;
+    RunGuarded(*run, [&] { isLoaded = LoadForm(*run); });
+    if (isLoaded) {
         if (!handler.FormIsThere()) return false;
         d->FocusFirstControl();
         d->ShowState();

@@ -1,6 +1,9 @@
 #include "SqlState.h"
 #include "sqlgen/GroupRow.h"
 #include "sqlgen/SelectClause.h"
+#include "sqlgen/WorkingRows.h"
+
+#include <functional>
 
 namespace zephrin {
 
@@ -104,6 +107,35 @@ TEST(GroupRow, AShowingThatEndsInTheQuestionWritesNothing) {
     run.Add(0, "SUM");
     EXPECT_EQ(run.state.rsAlias->RecordCount(), 0);
     EXPECT_EQ(run.LastRow(), QStringLiteral("|||"));
+}
+
+TEST(GroupRow, TheQuestionMayLetAnybodyChangeTheRows) {
+    const struct {
+        const char* Name;
+        std::function<void(GroupRun&)> Meanwhile;
+        const char* Groups;
+    } cases[] = {
+        {"moved", [](GroupRun& run) { run.state.rsGroupBy->MoveFirst(); },
+         "MAX([T].[Price]);SUM([T].[Price])"},
+        {"deleted", [](GroupRun& run) { run.state.rsGroupBy->DeleteAll(); }, ""},
+        {"closed", [](GroupRun& run) { run.state.rsGroupBy->Close(); }, ""},
+        {"replaced", [](GroupRun& run) { run.state.rsGroupBy = std::make_shared<ado::Recordset>(); }, ""},
+        {"again", [](GroupRun& run) { run.Add(0, "MIN"); },
+         "MAX([T].[Price]);SUM([T].[Price]);MIN([T].[Price])"},
+    };
+    for (const auto& row : cases) {
+        GroupRun run;
+        run.Add(0, "MAX");
+        bool asked = false;
+        run.prompts->WhileOpen = [&](const auto&) {
+            if (!std::exchange(asked, true)) row.Meanwhile(run);
+            run.prompts->Answers = {BoxAnswer::Yes};
+        };
+        run.Add(0, "SUM");
+        QStringList groups;
+        for (const GroupRow& group : GroupRows(run.state)) groups << group.GroupBy;
+        EXPECT_EQ(groups.join(u';'), QString::fromLatin1(row.Groups)) << row.Name;
+    }
 }
 
 TEST(GroupRow, OrdersComeAsOftenAsTheyAreAdded) {

@@ -303,6 +303,29 @@ TEST_F(FrmZPG, MayBeDeletedByItsParentWhileABoxIsOpen) {
     EXPECT_EQ(state->UserPrompts, prompts);
 }
 
+TEST_F(FrmZPG, TellsOfAnErrorThatNobodyTookAndGoesOn) {
+    Connect();
+    Show();
+    ChooseOneTable(customers, {city});
+    state->Form->Pointer = MousePointer::Hourglass;
+    const std::function<void()> throws[] = {[] { throw ado::Error(1, QStringLiteral("Told by the data.")); },
+                                            [] { throw std::runtime_error("Told by the host."); }};
+    for (const auto& raise : throws) {
+        prompts->Boxes.clear();
+        prompts->WhileOpen = [&](const auto&) {
+            prompts->WhileOpen = nullptr;
+            raise();
+        };
+        Click("cmdResetSQL");
+        ASSERT_EQ(prompts->Boxes.size(), 2);
+        EXPECT_TRUE(prompts->Boxes[1].Text.contains(QStringLiteral("Told by the")));
+        EXPECT_EQ(state->Form->Pointer, MousePointer::Default);
+    }
+    prompts->Answers = {BoxAnswer::Yes};
+    Click("cmdResetSQL");
+    EXPECT_EQ(Statement(), QStringLiteral("SELECT [Customers].[City]\r\nFROM [Customers]\r\n"));
+}
+
 TEST_F(FrmZPG, ShowsAgainAfterClosing) {
     Connect();
     state->Options.gAllowSaveDelete = false;
