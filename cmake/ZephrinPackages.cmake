@@ -44,7 +44,7 @@ This package holds the shared library.")
 zephrin_package(devel libzephrin-dev libdevel "embeddable visual SQL query builder (development files)"
 "Headers, the static library, and what CMake and pkg-config need to find
 Zephrin."
-    "${same_library}, qt6-base-dev, qt6-svg-dev, libsqlite3-dev, unixodbc-dev, libzip-dev")
+    "${same_library}, qt6-base-dev, qt6-svg-dev, libsqlite3-dev, unixodbc-dev, libicu-dev, libzip-dev")
 if(TARGET zephrin-demo)
     zephrin_package(demo zephrin-demo database "demo host of a visual SQL query builder"
 "A program that holds one Zephrin control, with a sample database to build

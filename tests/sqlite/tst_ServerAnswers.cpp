@@ -88,9 +88,9 @@ QString Difference(const QList<Row>& ours, const QList<Row>& theirs, const QJson
         return QStringLiteral("%1 rows, not %2").arg(ours.size()).arg(theirs.size());
     const QJsonArray columns = answer[u"columns"].toArray();
     const bool fold = answer[u"fold"].toBool();
-    const auto same = [&](const Row& a, const Row& b, const QList<int>& which) {
+    const auto same = [&](const Row& a, const Row& b, const QList<int>& which, bool folded) {
         return std::all_of(which.begin(), which.end(), [&](int column) {
-            return SameCell(a[column], b[column], columns[column].toObject(), fold);
+            return SameCell(a[column], b[column], columns[column].toObject(), folded);
         });
     };
     QList<int> all;
@@ -99,14 +99,15 @@ QString Difference(const QList<Row>& ours, const QList<Row>& theirs, const QJson
     for (const QJsonValue& key : answer[u"keys"].toArray()) keys << key.toInt();
     if (!keys.isEmpty())
         for (qsizetype row = 0; row < ours.size(); ++row)
-            if (!same(ours[row], theirs[row], keys))
+            // Two spellings of one key are the same key.
+            if (!same(ours[row], theirs[row], keys, true))
                 return QStringLiteral("row %1 in order: %2, not %3")
                     .arg(row)
                     .arg(ours[row].join(u'|'), theirs[row].join(u'|'));
     QList<Row> left = theirs;
     for (const Row& row : ours) {
-        const auto found =
-            std::find_if(left.begin(), left.end(), [&](const Row& other) { return same(row, other, all); });
+        const auto found = std::find_if(left.begin(), left.end(),
+                                        [&](const Row& other) { return same(row, other, all, fold); });
         if (found == left.end())
             return QStringLiteral("has %1, lacks e.g. %2").arg(row.join(u'|'), left.front().join(u'|'));
         left.erase(found);

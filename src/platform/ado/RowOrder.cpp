@@ -2,8 +2,7 @@
 
 #include "platform/ado/ColumnStore.h"
 #include "platform/ado/DecimalDigits.h"
-
-#include <QString>
+#include "platform/ado/TextOrder.h"
 
 #include <algorithm>
 #include <array>
@@ -144,7 +143,6 @@ class Sorter {
     void SortRuns(Entries entries, std::size_t level, Kind kind);
     void SortRunsFrom(Entries entries, std::size_t level, std::size_t offset);
     void Prepare(Entries entries, std::size_t level, Kind kind);
-    void AppendFolded(PreparedRuns& prepared, std::string_view text);
     double Approximate(std::uint32_t row, int column) const;
     DecimalDigits Exact(std::uint32_t row, int column) const;
 
@@ -159,6 +157,7 @@ class Sorter {
     const ColumnStore& store;
     const std::vector<SortKey>& keys;
     std::vector<PreparedRuns> runs;
+    TextKeyWriter textKeys;
 };
 
 void Sorter::Sort(Entries entries, std::size_t level) {
@@ -280,28 +279,11 @@ void Sorter::Prepare(Entries entries, std::size_t level, Kind kind) {
         const std::string_view run = store.RunAt(entry.Row, keys[level].Column);
         entry.Run = static_cast<std::uint32_t>(prepared.Ends.size());
         if (kind == Kind::Text)
-            AppendFolded(prepared, run);
+            textKeys.Append(run, prepared.Bytes);
         else
             prepared.Bytes.insert(prepared.Bytes.end(), run.begin(), run.end());
         prepared.Ends.push_back(prepared.Bytes.size());
     }
-}
-
-void Sorter::AppendFolded(PreparedRuns& prepared, std::string_view text) {
-    const std::size_t begin = prepared.Bytes.size();
-    prepared.Bytes.insert(prepared.Bytes.end(), text.begin(), text.end());
-    unsigned char seen = 0;
-    for (std::size_t at = begin; at < prepared.Bytes.size(); ++at) {
-        const auto byte = static_cast<unsigned char>(prepared.Bytes[at]);
-        seen |= byte;
-        const bool upper = byte >= 'A' && byte <= 'Z';
-        prepared.Bytes[at] = static_cast<char>(byte | (upper ? 0x20 : 0));
-    }
-    if (seen < 0x80) return;
-    const QByteArray folded =
-        QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toCaseFolded().toUtf8();
-    prepared.Bytes.resize(begin);
-    prepared.Bytes.insert(prepared.Bytes.end(), folded.begin(), folded.end());
 }
 
 /// Sorts runs that agree in all bytes before `offset`: a few bytes at a time, then those that still agree by

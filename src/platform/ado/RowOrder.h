@@ -25,8 +25,8 @@ std::vector<std::uint32_t> RowsInOrder(qint64 count);
 /// order.
 ///
 /// Ascending, a column has its Nulls first, then numbers by their exact values whatever they are stored as,
-/// then dates, times, texts without regard to case, and bytes. False comes before True. Descending is the
-/// reverse.
+/// then dates, times, texts in the order of CompareTexts, and bytes. False comes before True. Descending is
+/// the reverse.
 std::vector<std::uint32_t> SortedRows(const ColumnStore& store, std::vector<std::uint32_t> rows,
                                       const std::vector<SortKey>& keys);
 

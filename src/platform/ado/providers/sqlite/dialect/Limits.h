@@ -7,7 +7,8 @@ namespace zephrin::ado::providers::sqlite {
 namespace Limits {
 inline constexpr int StatementCharacters = 1'000'000;
 inline constexpr int WrittenBytes = 4'000'000;
-/// Levels of parentheses, calls and subqueries in one another, as they are read.
+/// Levels of tables in parentheses in one another. One of an expression counts as two, a query in an
+/// expression as four: so much more of the stack they take, and the engine takes fewer of them.
 inline constexpr int Nesting = 100;
 /// Levels of the tree that comes of it, in which each operator of a chain is one more.
 inline constexpr int TreeHeight = 200;

@@ -42,8 +42,6 @@ class Parser {
     // --- Expressions (ParserExpressions.cpp)
     ExpressionPtr ParseExpression();
     ExpressionPtr Logic(int loosest);
-    ExpressionPtr Disjunction();
-    ExpressionPtr Conjunction();
     ExpressionPtr Negation();
     ExpressionPtr Predicate();
     ExpressionPtr PredicateTail(ExpressionPtr value);
@@ -67,7 +65,7 @@ class Parser {
     // --- Tokens
     const Token& Now() const { return tokens[at]; }
     const Token& Ahead(qsizetype by = 1) const { return tokens[std::min(at + by, tokens.size() - 1)]; }
-    Token Take() { return tokens[at + 1 < tokens.size() ? at++ : at]; }
+    const Token& Take() { return tokens[at + 1 < tokens.size() ? at++ : at]; }
     bool AtWord(const char* word) const { return Now().Is(QLatin1StringView(word)); }
     bool AtSymbol(const char* symbol) const { return Now().IsSymbol(QLatin1StringView(symbol)); }
     bool TakeWord(const char* word);
@@ -97,13 +95,15 @@ class Parser {
 /// crash.
 class Parser::Depth {
  public:
-    explicit Depth(Parser& parser);
-    ~Depth() { --reader.depth; }
+    /// `weight`: how much of the stack the level takes, in parts of which there are Limits::Nesting.
+    explicit Depth(Parser& parser, int weight = 1);
+    ~Depth() { reader.depth -= weight; }
     Depth(const Depth&) = delete;
     Depth& operator=(const Depth&) = delete;
 
  private:
     Parser& reader;
+    int weight;
 };
 
 }  // namespace zephrin::ado::providers::sqlite

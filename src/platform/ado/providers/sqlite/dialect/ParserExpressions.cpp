@@ -26,10 +26,11 @@ constexpr std::array fileOperators{
     Operator{QLatin1StringView("/"), 4},
 };
 constexpr std::array logicOperators{
-    Operator{QLatin1StringView("IMP"), 0},
-    Operator{QLatin1StringView("EQV"), 1},
-    Operator{QLatin1StringView("XOR"), 2},
+    Operator{QLatin1StringView("IMP"), 0}, Operator{QLatin1StringView("EQV"), 1},
+    Operator{QLatin1StringView("XOR"), 2}, Operator{QLatin1StringView("OR"), 3},
+    Operator{QLatin1StringView("AND"), 4},
 };
+constexpr int LoosestOnServer = 3;
 
 /// The rank of the operator that the token is, -1 where it is none of them.
 template <size_t Count>
@@ -43,44 +44,36 @@ int RankOf(const std::array<Operator, Count>& operators, const Token& token) {
 }  // namespace
 
 ExpressionPtr Parser::ParseExpression() {
-    const Depth deeper(*this);
-    return IsFileDialect(dialect) ? Logic(0) : Disjunction();
+    const Depth deeper(*this, 2);
+    return Logic(IsFileDialect(dialect) ? 0 : LoosestOnServer);
 }
 
 /// Takes operators from the rank `loosest` on; what binds tighter is read for the right side before they are
-/// joined.
+/// joined. One function for all ranks: what is nested deeply needs little stack.
 ExpressionPtr Parser::Logic(int loosest) {
-    ExpressionPtr left = Disjunction();
+    ExpressionPtr left = Negation();
+    // A row of ANDs or ORs becomes one node, whose operands may be many.
+    const Expression* row = nullptr;
     for (;;) {
         const int rank = RankOf(logicOperators, Now());
-        if (rank < loosest) return left;
-        ExpressionPtr joined = Make(ExpressionKind::Logic, left->At.From);
-        joined->Name = Take().Text.toUpper();
-        joined->Operands.push_back(std::move(left));
-        joined->Operands.push_back(Logic(rank + 1));
-        Close(*joined);
-        left = std::move(joined);
+        if (rank < loosest) break;
+        const ExpressionKind kind = Now().Is(QLatin1StringView("AND"))  ? ExpressionKind::And
+                                    : Now().Is(QLatin1StringView("OR")) ? ExpressionKind::Or
+                                                                        : ExpressionKind::Logic;
+        if (kind == ExpressionKind::Logic || row != left.get() || row->Kind != kind) {
+            ExpressionPtr joined = Make(kind, left->At.From);
+            if (kind == ExpressionKind::Logic) joined->Name = Now().Text.toUpper();
+            joined->Operands.push_back(std::move(left));
+            left = std::move(joined);
+            row = left.get();
+        }
+        Take();
+        left->Operands.push_back(Logic(rank + 1));
+        left->Height = std::max(left->Height, HeightOver(left->Operands.back()->Height));
+        left->Height = std::max(left->Height, HeightOver(left->Operands.front()->Height));
     }
-}
-
-ExpressionPtr Parser::Disjunction() {
-    ExpressionPtr first = Conjunction();
-    if (!AtWord("OR")) return first;
-    ExpressionPtr all = Make(ExpressionKind::Or, first->At.From);
-    all->Operands.push_back(std::move(first));
-    while (TakeWord("OR")) all->Operands.push_back(Conjunction());
-    Close(*all);
-    return all;
-}
-
-ExpressionPtr Parser::Conjunction() {
-    ExpressionPtr first = Negation();
-    if (!AtWord("AND")) return first;
-    ExpressionPtr all = Make(ExpressionKind::And, first->At.From);
-    all->Operands.push_back(std::move(first));
-    while (TakeWord("AND")) all->Operands.push_back(Negation());
-    Close(*all);
-    return all;
+    if (row) Close(*left);
+    return left;
 }
 
 ExpressionPtr Parser::Negation() {
@@ -185,7 +178,7 @@ ExpressionPtr Parser::Comparison(ExpressionPtr value) {
     return value;
 }
 
-/// As with Logic.
+/// As with Logic, for the operators on values.
 ExpressionPtr Parser::Arithmetic(int loosest) {
     ExpressionPtr left = Sign();
     for (;;) {
@@ -205,7 +198,7 @@ ExpressionPtr Parser::Sign() {
     const bool signedHere = AtSymbol("-") || AtSymbol("+") || (AtSymbol("~") && !IsFileDialect(dialect));
     if (!signedHere) return IsFileDialect(dialect) ? PowerOf() : Primary();
     const Depth deeper(*this);
-    const Token sign = Take();
+    const Token& sign = Take();
     ExpressionPtr with = Make(ExpressionKind::Unary, sign.From);
     with->Name = sign.Text;
     with->Operands.push_back(Sign());

@@ -15,7 +15,7 @@ bool TakesDatePart(const QString& name) {
 }  // namespace
 
 ExpressionPtr Parser::Primary() {
-    const Token token = Now();
+    const Token& token = Now();
     ExpressionKind kind = ExpressionKind::Null;
     switch (token.Kind) {
         case TokenKind::Number:
@@ -61,7 +61,7 @@ ExpressionPtr Parser::Parenthesis() {
 }
 
 ExpressionPtr Parser::NameOrCall() {
-    const Token token = Now();
+    const Token& token = Now();
     const bool called = Ahead().IsSymbol(QLatin1StringView("("));
     if (token.Kind == TokenKind::Word) {
         if (token.Is(QLatin1StringView("CASE"))) return CaseOf();
@@ -113,7 +113,7 @@ ExpressionPtr Parser::ColumnName() {
 }
 
 ExpressionPtr Parser::Call() {
-    const Token name = Take();
+    const Token& name = Take();
     ExpressionPtr call = Make(ExpressionKind::Function, name.From);
     call->Name = name.Text.toUpper();
     ExpectSymbol("(");
@@ -123,7 +123,7 @@ ExpressionPtr Parser::Call() {
         call->IsDistinct = TakeWord("DISTINCT");
         if (!call->IsDistinct) TakeWord("ALL");
         if (TakesDatePart(call->Name) && Now().Kind == TokenKind::Word && !IsFileDialect(dialect)) {
-            const Token part = Take();
+            const Token& part = Take();
             call->Operands.push_back(Make(ExpressionKind::Keyword, part.From));
             call->Operands.back()->Name = part.Text.toLower();
             if (!AtSymbol(")")) ExpectSymbol(",");

@@ -29,7 +29,7 @@ int TallestOf(const Query& query) {
 }  // namespace
 
 std::unique_ptr<Query> Parser::ParseQuery() {
-    const Depth deeper(*this);
+    const Depth deeper(*this, 2);
     auto query = std::make_unique<Query>();
     query->Arms.push_back(ParseArm());
     for (;;) {
@@ -195,7 +195,7 @@ bool Parser::AtJoin() const {
 
 JoinKind Parser::TakeJoin() {
     JoinKind how = JoinKind::Inner;
-    const Token first = Now();
+    const Token& first = Now();
     if (!AtWord("JOIN")) Take();
     if (first.Is(QLatin1StringView("CROSS"))) how = JoinKind::Cross;
     if (first.Is(QLatin1StringView("LEFT"))) how = JoinKind::Left;

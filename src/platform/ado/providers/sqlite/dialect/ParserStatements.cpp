@@ -7,9 +7,10 @@
 
 namespace zephrin::ado::providers::sqlite {
 
-Parser::Depth::Depth(Parser& parser) : reader(parser) {
-    if (++reader.depth <= Limits::Nesting) return;
-    --reader.depth;
+Parser::Depth::Depth(Parser& parser, int takes) : reader(parser), weight(takes) {
+    reader.depth += weight;
+    if (reader.depth <= Limits::Nesting) return;
+    reader.depth -= weight;
     throw TooDeep(reader.Now().From);
 }
 

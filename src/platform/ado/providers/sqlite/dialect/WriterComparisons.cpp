@@ -169,7 +169,9 @@ void Writer::WriteQuantified(const Expression& value) {
 }
 
 void Writer::WriteLike(const Expression& value) {
-    out << (value.IsNegated ? "(NOT zx_like(" : "zx_like(");
+    const DataType type = value.Operands.front()->Type.Type;
+    const bool padded = type == DataType::Char || type == DataType::VarChar || type == DataType::LongVarChar;
+    out << (value.IsNegated ? "(NOT " : "") << (padded ? "zx_like_padded(" : "zx_like(");
     for (size_t index = 0; index < value.Operands.size(); ++index) {
         if (index > 0) out << ", ";
         WriteArgument(*value.Operands[index], true);

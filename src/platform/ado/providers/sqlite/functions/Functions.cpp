@@ -1,5 +1,6 @@
 #include "platform/ado/providers/sqlite/functions/Functions.h"
 
+#include "platform/ado/TextOrder.h"
 #include "platform/ado/providers/sqlite/functions/Aggregates.h"
 
 namespace zephrin::ado::providers::sqlite {
@@ -29,8 +30,8 @@ void Forget(void* function) {
 }
 
 int Collate(void*, int leftBytes, const void* left, int rightBytes, const void* right) {
-    return CompareTexts(static_cast<const char*>(left), leftBytes, static_cast<const char*>(right),
-                        rightBytes);
+    return CompareTexts({static_cast<const char*>(left), size_t(leftBytes)},
+                        {static_cast<const char*>(right), size_t(rightBytes)});
 }
 
 }  // namespace

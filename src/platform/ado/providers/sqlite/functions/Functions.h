@@ -18,12 +18,10 @@ QList<FunctionEntry> SchemaFunctions();
 /// Makes everything known to a connection: functions, aggregates, the order of texts.
 void RegisterFunctions(sqlite3* database, Dialect dialect);
 
-/// The order of texts of the servers: no regard to case, nor to blanks at the end.
-int CompareTexts(const char* left, int leftBytes, const char* right, int rightBytes);
-
 /// Whether `text` fits the pattern: % any characters, _ one, [abc] and [a-c] one of them, [^a] none of them.
-/// `escape` takes its meaning from the character behind it; 0 for none.
-bool IsLike(QStringView text, QStringView pattern, QChar escape = QChar());
+/// `escape` takes its meaning from the character behind it; 0 for none. `padded`: blanks that the text has at
+/// its end beyond the pattern don't count, as with char and varchar.
+bool IsLike(QStringView text, QStringView pattern, QChar escape = QChar(), bool padded = false);
 
 /// A date as the server writes it in a style of CONVERT, or nothing for a style that is not there.
 std::optional<QString> DateInStyle(qint64 ticks, int style);

@@ -1,3 +1,4 @@
+#include "platform/ado/TextOrder.h"
 #include "platform/ado/providers/sqlite/functions/Functions.h"
 
 namespace zephrin::ado::providers::sqlite {
@@ -17,10 +18,17 @@ bool InSet(QStringView pattern, qsizetype& at, QChar character, bool& matches) {
     const bool excludes = set.size() > 1 && (set.front() == u'^' || set.front() == u'!');
     if (excludes) set = set.sliced(1);
     const char16_t wanted = Folded(character);
+    const QByteArray text = QStringView(&character, 1).toUtf8();
+    const auto comesBehind = [](const QByteArray& one, const QByteArray& other) {
+        return CompareTexts({one.constData(), size_t(one.size())},
+                            {other.constData(), size_t(other.size())}) >= 0;
+    };
     matches = false;
     for (qsizetype index = 0; index < set.size(); ++index) {
         if (index + 2 < set.size() && set[index + 1] == u'-') {
-            matches = matches || (wanted >= Folded(set[index]) && wanted <= Folded(set[index + 2]));
+            // A range goes by the order of texts: letters with accents are in it, other case is too.
+            matches = matches || (comesBehind(text, set.sliced(index, 1).toUtf8()) &&
+                                  comesBehind(set.sliced(index + 2, 1).toUtf8(), text));
             index += 2;
         } else {
             matches = matches || wanted == Folded(set[index]);
@@ -33,13 +41,16 @@ bool InSet(QStringView pattern, qsizetype& at, QChar character, bool& matches) {
 
 }  // namespace
 
-bool IsLike(QStringView text, QStringView pattern, QChar escape) {
+bool IsLike(QStringView text, QStringView pattern, QChar escape, bool padded) {
+    qsizetype content = text.size();
+    while (padded && content > 0 && text[content - 1] == u' ') --content;
     qsizetype inText = 0;
     qsizetype inPattern = 0;
     // Where to go on after the last % took one character more.
     qsizetype retryPattern = -1;
     qsizetype retryText = 0;
     while (inText < text.size()) {
+        if (inPattern == pattern.size() && inText >= content) return true;
         bool fits = false;
         if (inPattern < pattern.size()) {
             const QChar next = pattern[inPattern];

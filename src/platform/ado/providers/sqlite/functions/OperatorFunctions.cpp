@@ -86,13 +86,15 @@ void ExclusiveOr(Call& call) {
     if (left && right) call.Return(*left ^ *right);
 }
 
+template <bool Padded>
 void Like(Call& call) {
     if (call.AnyNull()) return call.ReturnNull();
     const QString escape = call.Count() > 2 ? call.Text(2) : QString();
     if (escape.size() > 1)
         return call.Fail(QStringLiteral("The escape of LIKE must be one character."),
                          QStringLiteral("The escape of LIKE must be one character."));
-    call.Return(qint64(IsLike(call.Text(0), call.Text(1), escape.isEmpty() ? QChar() : escape.front())));
+    call.Return(
+        qint64(IsLike(call.Text(0), call.Text(1), escape.isEmpty() ? QChar() : escape.front(), Padded)));
 }
 
 /// The number that a text stands for, where it is compared with numbers.
@@ -127,7 +129,8 @@ QList<FunctionEntry> OperatorFunctions() {
         {"zx_wholediv", 2, 2, DivideWhole},
         {"zx_mod", 2, 2, Modulo},
         {"zx_xor", 2, 2, ExclusiveOr},
-        {"zx_like", 2, 3, Like},
+        {"zx_like", 2, 3, Like<false>},
+        {"zx_like_padded", 2, 3, Like<true>},
         {"zx_num", 1, 1, AsNumber},
         {"zx_isnull", 1, 1, IsNull},
         {"zx_nz", 1, 2, Nz},
