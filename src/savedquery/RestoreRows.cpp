@@ -17,10 +17,13 @@ ado::RecordsetPtr WithColumnsOf(const ado::Recordset& rows) {
 
 /// Copies every row by the names of `to`'s columns; throws what refuses.
 void CopyRows(ado::Recordset& from, ado::Recordset& to) {
+    // Found once: a row may have very many columns.
+    QList<int> places;
+    for (int field = 0; field < to.FieldCount(); ++field) places << from.FieldIndex(to.FieldAt(field).Name);
     for (from.MoveFirst(); !from.Eof(); from.MoveNext()) {
         to.AddNew();
         for (int field = 0; field < to.FieldCount(); ++field) {
-            const QVariant value = from.Value(QStringView(to.FieldAt(field).Name));
+            const QVariant value = from.Value(places.at(field));
             if (value.isValid()) to.SetValue(field, value);
         }
         to.Update();

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QStringConverter>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -199,6 +200,11 @@ TEST(PersistXml, ReadsWhatOthersWrite) {
                 "<z:row ID='1' c1='a&#xA;&amp;' When='1996-07-04T00:00:00' Ok='True'/>\n"
                 "<rs:insert>\n<z:row ID='2' Ok='0'></z:row></rs:insert>"),
         u"x"_qs);
+    // The same in two bytes a character, as some programs save it.
+    Recordset wide;
+    QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    wide.OpenXml(encoder.encode(QString::fromUtf8(rs.ToXml())), u"x"_qs);
+    EXPECT_EQ(Dump(wide), Dump(rs));
     ASSERT_EQ(rs.RecordCount(), 2);
     EXPECT_EQ(rs.FieldAt(0).Attributes, 0);
     EXPECT_EQ(rs.FieldAt(1).Type, DataType::LongVarWChar);
@@ -207,6 +213,13 @@ TEST(PersistXml, ReadsWhatOthersWrite) {
     EXPECT_EQ(rs.Value(u"when").toDateTime().date(), QDate(1996, 7, 4));
     EXPECT_EQ(rs.TextAt(1, 3), u"False"_qs);
     EXPECT_TRUE(rs.IsNullAt(1, 1));
+}
+
+/// A row of more values than the reader could take in.
+QByteArray Row(int values) {
+    QByteArray row = "<z:row";
+    for (int value = 0; value < values; ++value) row += " n" + QByteArray::number(value) + "='1'";
+    return row + "/>";
 }
 
 TEST(PersistXml, RefusesWhatIsNotOfTheForm) {
@@ -259,6 +272,12 @@ TEST(PersistXml, RefusesWhatIsNotOfTheForm) {
         {"columns without end", Document(many, {}), 32'774},
         {"rows that take all memory", Document(wide, QByteArray("<z:row n29999='1'/>").repeated(400)), -1},
         {"elements without end", QByteArray("<xml>").repeated(100'000), 1},
+        {"a row of very many values", Document(wide, Row(80'000)), 30'010},
+        {"a row without end", Document(good, "<z:row A='" + QByteArray(17 << 20, 'x') + "'/>"), 12},
+        {"namespaces without end", "<xml" + QByteArray(" xmlns:a='b'").repeated(100) + "/>", 1},
+        {"a comment in front of it", "<!-- <xml a='1' -->" + Document(good, Row(80'000)), 12},
+        {"another encoding than it says", "<?xml version='1.0' encoding=\"UTF-16\"?>" + Document(good, {}),
+         1},
     };
     for (const auto& row : cases) {
         Recordset rs;

@@ -1,3 +1,4 @@
+#include "platform/ado/PersistLimits.h"
 #include "platform/ado/PersistText.h"
 #include "platform/ado/PersistTypes.h"
 #include "platform/ado/PersistXml.h"
@@ -5,6 +6,8 @@
 #include <zephrin/ado/Error.h>
 
 #include <QHash>
+#include <QRegularExpression>
+#include <QStringConverter>
 #include <QXmlStreamReader>
 
 #include <limits>
@@ -19,10 +22,17 @@ namespace {
 constexpr int MostColumns = 32'768;
 constexpr qint64 MostCells = 8'000'000;
 
+[[noreturn]] void Refuse(const QString& source, qint64 line, const QString& what) {
+    throw Error(ErrorNumber::InvalidConnection,
+                QStringLiteral("%1, line %2: %3").arg(source).arg(line).arg(what));
+}
+
 /// Reads the form in one pass, element by element: what is not expected where it stands is an error.
 class PersistReader {
  public:
-    PersistReader(const QByteArray& xml, const QString& from) : reader(xml), source(from) {}
+    /// `xml` is bytes or text.
+    template <typename Xml>
+    PersistReader(const Xml& xml, const QString& from) : reader(xml), source(from) {}
 
     PersistedTable Read();
 
@@ -60,8 +70,7 @@ class PersistReader {
 };
 
 void PersistReader::Fail(const QString& what) const {
-    throw Error(ErrorNumber::InvalidConnection,
-                QStringLiteral("%1, line %2: %3").arg(source).arg(reader.lineNumber()).arg(what));
+    Refuse(source, reader.lineNumber(), what);
 }
 
 bool PersistReader::NextChild() {
@@ -238,11 +247,34 @@ void PersistReader::ReadRow() {
     RequireEmpty();
 }
 
+void RequireModest(const QByteArray& xml, const QString& source) {
+    qint64 line = 1;
+    if (const QString excess = FindExcess(xml, line); !excess.isEmpty()) Refuse(source, line, excess);
+}
+
+/// Whether what begins as ASCII says of itself that it isn't, and so would go on unseen by who reads it as
+/// ASCII.
+bool ChangesItsEncoding(const QByteArray& xml) {
+    static const QRegularExpression wide(
+        QStringLiteral("^\\s*<\\?xml[^>]*encoding\\s*=\\s*.[^'\">]*(?:16|32)"),
+        QRegularExpression::CaseInsensitiveOption);
+    return wide.match(QString::fromLatin1(xml.first(std::min<qsizetype>(xml.size(), 1024)))).hasMatch();
+}
+
 }  // namespace
 
 PersistedTable ReadPersisted(const QByteArray& xml, const QString& source) {
     if (xml.size() > MostPersistedBytes)
         throw Error(ErrorNumber::InvalidConnection, QStringLiteral("%1: the file is too large").arg(source));
+    const auto encoding = QStringConverter::encodingForData(xml, u'<');
+    if (encoding && *encoding != QStringConverter::Utf8) {
+        const QString text = QStringDecoder(*encoding).decode(xml);
+        RequireModest(text.toUtf8(), source);
+        return PersistReader(text, source).Read();
+    }
+    if (ChangesItsEncoding(xml))
+        Refuse(source, 1, QStringLiteral("the encoding is not the one that it says"));
+    RequireModest(xml, source);
     return PersistReader(xml, source).Read();
 }
 
