@@ -61,15 +61,14 @@ Times Measure(const Size& size) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("Query.zpb"));
     const auto prompts = std::make_shared<OnePath>(path);
-    QueryFiles disk;
     std::vector<double> saves, opens;
     for (int run = 0; run < 5; ++run) {
         ZPGGlobalDeclarations state(ado::providers::AllProviders(), prompts);
         Fill(state, size);
-        saves.push_back(Seconds([&] { SaveQuery(state, disk); }));
+        saves.push_back(Seconds([&] { SaveQuery(state); }));
         ZPGGlobalDeclarations other(ado::providers::AllProviders(), prompts);
         CreateWorkingRecordsets(other);
-        opens.push_back(Seconds([&] { OpenSavedQuery(other, disk, path); }));
+        opens.push_back(Seconds([&] { OpenSavedQuery(other, path); }));
     }
     return {Median(saves), Median(opens)};
 }

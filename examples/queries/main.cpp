@@ -88,9 +88,8 @@ class Query {
     /// What went wrong on the way, or nothing.
     QStringList Save(const QString& path) {
         answers->Path = path;
-        QueryFiles disk;
         // The build removes what it makes anew, so there is nothing to be asked about.
-        if (SaveQuery(state, disk) != SaveOutcome::Saved) answers->Failures << state.Form->StatusText;
+        if (SaveQuery(state) != SaveOutcome::Saved) answers->Failures << state.Form->StatusText;
         state.SharedConnection().Execute(form().txtSQL.Text);
         return answers->Failures;
     }

@@ -1,15 +1,14 @@
 #include "control/FormDocument.h"
 #include "control/FormValue.h"
+#include "platform/files/Disk.h"
 #include "wizard/OleColour.h"
 
 #include <zephrin/FormPropertyBag.h>
 #include <zephrin/Zephrin.h>
 #include <zephrin/ado/Error.h>
 
-#include <QFile>
 #include <QFileInfo>
 #include <QMetaProperty>
-#include <QSaveFile>
 #include <QStringDecoder>
 
 namespace zephrin {
@@ -22,17 +21,15 @@ ado::Error Failure(int number, const QString& path, const QString& why) {
     return ado::Error(number, QStringLiteral("%1: %2").arg(path, why), QStringLiteral("Zephrin"));
 }
 
+/// No form is as long as that, and no program lives that reads more.
+constexpr qint64 MostBytes = 256 << 20;
+
 QByteArray ReadFile(const QString& path) {
-    const auto refuse = [&path](const QString& why) {
-        return Failure(ado::ErrorNumber::InvalidConnection, path, why);
-    };
-    // A pipe or a device would be read for ever.
-    if (!QFileInfo(path).isFile()) throw refuse(QStringLiteral("The file cannot be found."));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) throw refuse(file.errorString());
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFile::NoError) throw refuse(file.errorString());
-    return bytes;
+    try {
+        return files::Read(path, MostBytes);
+    } catch (const files::Failure& failure) {
+        throw Failure(ado::ErrorNumber::InvalidConnection, path, failure.Reason);
+    }
 }
 
 QString Decode(QByteArrayView bytes, const QString& path) {
@@ -128,9 +125,11 @@ void FormPropertyBag::Save() {
     if (QFileInfo::exists(d->path) && ReadFile(d->path) != d->bytes)
         throw Failure(ado::ErrorNumber::WriteFile, d->path,
                       QStringLiteral("The file was changed by another program in the meantime."));
-    QSaveFile file(d->path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(changed) != changed.size() || !file.commit())
-        throw Failure(ado::ErrorNumber::WriteFile, d->path, file.errorString());
+    try {
+        files::Replace(d->path, changed);
+    } catch (const files::Failure& failure) {
+        throw Failure(ado::ErrorNumber::WriteFile, d->path, failure.Reason);
+    }
     d->bytes = changed;
 }
 

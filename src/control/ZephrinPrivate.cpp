@@ -14,10 +14,10 @@ namespace {
 
 std::shared_ptr<ZPGGlobalDeclarations> MakeState() {
     const ado::ProviderSet providers = ado::providers::AllProviders();
-    auto state = std::make_shared<ZPGGlobalDeclarations>(providers, std::make_shared<DefaultPrompts>(providers));
+    auto state =
+        std::make_shared<ZPGGlobalDeclarations>(providers, std::make_shared<DefaultPrompts>(providers));
     state->OpenSavedQuery = [](ZPGGlobalDeclarations& run) {
-        QueryFiles disk;
-        return OpenSavedQuery(run, disk, run.gQueryName) != OpenOutcome::Failed;
+        return OpenSavedQuery(run, run.gQueryName) != OpenOutcome::Failed;
     };
     return state;
 }

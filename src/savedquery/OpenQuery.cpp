@@ -5,12 +5,12 @@
 #include "flow/Shell.h"
 #include "flow/TableTab.h"
 #include "runstate/Dialect.h"
-#include "savedquery/QueryMaster.h"
 #include "savedquery/QueryValues.h"
+#include "savedquery/ReadFamily.h"
 #include "savedquery/RestoreRows.h"
 #include "sqlgen/FromClause.h"
 
-#include <zephrin/ado/Error.h>
+#include <QFileInfo>
 
 namespace zephrin {
 
@@ -21,16 +21,6 @@ QString AskForFile(ZPGGlobalDeclarations& state) {
     choice.Title = QStringLiteral("Open Saved Query");
     choice.Filter = QueryFilter();
     return state.UserPrompts->ShowOpen(choice);
-}
-
-std::optional<QueryMaster> ReadMaster(QueryFiles& files, const QString& path) {
-    ado::Recordset rows;
-    try {
-        files.Open(rows, path);
-    } catch (const ado::Error&) {
-        return std::nullopt;
-    }
-    return RowsToMaster(rows);
 }
 
 /// The box speaks the language of the run, the text for the host is always English.
@@ -47,8 +37,8 @@ void TellUnreadable(ZPGGlobalDeclarations& state, const QString& path) {
     state.Form->QueryPath.clear();
 }
 
-/// Connects as the file says. A failure stands in the status bar, and the query opens all the same.
-void Connect(ZPGGlobalDeclarations& state, const QueryMaster& master) {
+/// Connects as the file says; what went wrong. The query opens all the same.
+QString Connect(ZPGGlobalDeclarations& state, const QueryMaster& master) {
     // A server that is away takes its time.
     state.Form->Pointer = MousePointer::Hourglass;
     ShowFormNow(state);
@@ -56,8 +46,8 @@ void Connect(ZPGGlobalDeclarations& state, const QueryMaster& master) {
         state, master.ConnectionString, master.ConnectionTimeout.value_or(state.gConnectionTimeout),
         master.CommandTimeout.value_or(state.gCommandTimeout), master.UserId, master.Password);
     state.Form->Pointer = MousePointer::Default;
-    SetStatusText(state, errors.IsEmpty() ? QStringLiteral("Ready ..") : errors.Description());
     ArrangeForDialect(state);
+    return errors.IsEmpty() ? QString() : errors.Description();
 }
 
 /// The order in which recordsets come back; the aliases come before what is named by them.
@@ -68,13 +58,16 @@ constexpr ado::RecordsetPtr ZPGGlobalDeclarations::*restoreOrder[] = {
     &ZPGGlobalDeclarations::rsJoinTable,  &ZPGGlobalDeclarations::rsJoinTablesUsed,
 };
 
-void RestoreRecordsets(ZPGGlobalDeclarations& state, QueryFiles& files, const QueryMaster& master) {
+/// A companion whose rows are not of the kind that belongs there counts as lost.
+void RestoreRecordsets(ZPGGlobalDeclarations& state, SavedFamily& family) {
     for (const auto rows : restoreOrder) {
         for (size_t each = 0; each < CompanionCount; ++each) {
-            if (Companions()[each].Rows != rows || master.Paths[each].isEmpty()) continue;
-            state.*rows = rows == &ZPGGlobalDeclarations::rsWhere
-                              ? RestoreCriteria(files, master.Paths[each])
-                              : RestoreRows(files, master.Paths[each], state.*rows);
+            if (Companions()[each].Rows != rows || family.Master.Paths[each].isEmpty()) continue;
+            ado::Recordset* const saved = family.Rows[each].get();
+            state.*rows = rows == &ZPGGlobalDeclarations::rsWhere ? RestoreCriteria(saved)
+                                                                  : RestoreRows(saved, *(state.*rows));
+            if (saved && !(state.*rows)->IsOpen())
+                family.Lost << QFileInfo(family.Master.Paths[each]).fileName();
             // Joins that stay from before leave the button as it stands.
             if (rows == &ZPGGlobalDeclarations::rsJoins && HasRows(state.rsJoins))
                 state.Form->cmdResetJoins.Enabled = true;
@@ -83,19 +76,27 @@ void RestoreRecordsets(ZPGGlobalDeclarations& state, QueryFiles& files, const Qu
     state.Form->dgrJoins.DataSource = state.rsJoins;
 }
 
-QueryValues ReadValues(QueryFiles& files, const QueryMaster& master, bool& read) {
-    ado::Recordset rows;
-    read = false;
+/// The values of the lists and options; nothing where their file is lost.
+std::optional<QueryValues> ValuesOf(const SavedFamily& family, bool& hasOptions) {
     for (size_t each = 0; each < CompanionCount; ++each) {
-        if (Companions()[each].Rows || master.Paths[each].isEmpty()) continue;
-        try {
-            files.Open(rows, master.Paths[each]);
-            read = rows.RecordCount() > 0;
-        } catch (const ado::Error&) {
-            return {};
-        }
+        if (Companions()[each].Rows || !family.Rows[each]) continue;
+        // A file without rows says nothing of the options.
+        hasOptions = family.Rows[each]->RecordCount() > 0;
+        return RowsToValues(*family.Rows[each]);
     }
-    return RowsToValues(rows);
+    return std::nullopt;
+}
+
+/// What the user has to know of a query that is open: of its connection, and of files that it should have.
+QString OpenedText(const QString& connectionError, const SavedFamily& family) {
+    QStringList told;
+    if (!connectionError.isEmpty()) told << connectionError;
+    if (!family.Lost.isEmpty())
+        told << QStringLiteral("Missing or damaged: ") + family.Lost.join(QStringLiteral(", "));
+    if (!family.Foreign.isEmpty())
+        told << QStringLiteral("Saved at another time than the query: ") +
+                    family.Foreign.join(QStringLiteral(", "));
+    return told.isEmpty() ? QStringLiteral("Ready ..") : told.join(QStringLiteral(". "));
 }
 
 /// The options of SELECT, each followed by what a user's change of it runs.
@@ -128,7 +129,8 @@ void EnableMoves(FormState& form) {
         single->Enabled = false;
 }
 
-void RestoreLists(ZPGGlobalDeclarations& state, const QueryValues& values) {
+/// `unchosen`: the tables that may still be chosen.
+void RestoreLists(ZPGGlobalDeclarations& state, const QueryValues& values, const QStringList& unchosen) {
     FormState& form = *state.Form;
     state.colTables = Collection(values.Tables);
     Refill(form.lstZPQTableTo.Items, values.Tables);
@@ -137,45 +139,56 @@ void RestoreLists(ZPGGlobalDeclarations& state, const QueryValues& values) {
     state.colSelFields = Collection(values.SelFields);
     Refill(form.lstZPQFieldTo.Items, values.SelFields);
     Refill(form.lstZPQFieldFrom.Items, values.UnselFields);
-    Refill(form.lstZPQTableSelection.Items, values.UnselTables);
-    // The connection is the file's from now on, and so are the tables on offer.
-    state.OfferedTables = Collection(values.Tables + values.UnselTables);
+    Refill(form.lstZPQTableSelection.Items, unchosen);
     EnableMoves(form);
     ApplySingleTableMode(state);
 }
 
+/// The connection is the file's from now on, and so are the tables on offer; where the file of the lists is
+/// lost, the offer stays. Where the host fixes the tables they are all in the query, so no other one may be
+/// on offer.
+void RestoreForm(ZPGGlobalDeclarations& state, const SavedFamily& family) {
+    bool hasOptions = false;
+    const std::optional<QueryValues> values = ValuesOf(family, hasOptions);
+    if (!values) return RestoreLists(state, {}, state.OfferedTables.Items());
+    if (hasOptions) RestoreOptions(state, *values);
+    QStringList unchosen = values->UnselTables;
+    unchosen.removeIf(
+        [&](const QString& table) { return values->Tables.contains(table, Qt::CaseInsensitive); });
+    RestoreLists(state, *values, unchosen);
+    state.OfferedTables =
+        Collection(state.Options.gAllowTableSelection ? values->Tables + unchosen : values->Tables);
+}
+
 }  // namespace
 
-OpenOutcome OpenSavedQuery(ZPGGlobalDeclarations& state, QueryFiles& files, const QString& given) {
+OpenOutcome OpenSavedQuery(ZPGGlobalDeclarations& state, const QString& given) {
     FormState& form = *state.Form;
     const int showing = state.Showing;
     const QString path = given.isEmpty() ? AskForFile(state) : given;
     if (state.Showing != showing || path.isEmpty()) return OpenOutcome::Cancelled;
-    const std::optional<QueryMaster> master = ReadMaster(files, path);
-    if (!master) {
+    std::optional<SavedFamily> family = ReadFamily(path);
+    if (!family) {
         TellUnreadable(state, path);
         return OpenOutcome::Failed;
     }
     form.QueryPath = path;
-    Connect(state, *master);
+    const QString connectionError = Connect(state, family->Master);
     if (state.Showing != showing) return OpenOutcome::Cancelled;
-    RestoreRecordsets(state, files, *master);
+    RestoreRecordsets(state, *family);
     RebuildJoinText(state);
-    bool read = false;
-    const QueryValues values = ReadValues(files, *master, read);
-    // A file without rows says nothing of the options.
-    if (read) RestoreOptions(state, values);
-    RestoreLists(state, values);
+    RestoreForm(state, *family);
     form.TablesChanged = state.Options.gAllowTableSelection;
     SetTabsForTables(state, true, QStringLiteral("OpenQuery"));
     ShowSqlView(state);
     BuildSelFields(state);
     ChooseQueryMode(state, 0);
+    SetStatusText(state, OpenedText(connectionError, *family));
     return OpenOutcome::Opened;
 }
 
-OpenOutcome OpenFromButton(ZPGGlobalDeclarations& state, QueryFiles& files) {
-    const OpenOutcome outcome = OpenSavedQuery(state, files, {});
+OpenOutcome OpenFromButton(ZPGGlobalDeclarations& state) {
+    const OpenOutcome outcome = OpenSavedQuery(state, {});
     if (outcome == OpenOutcome::Opened) FinishOpening(state);
     return outcome;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "runstate/ZPGGlobalDeclarations.h"
-#include "savedquery/QueryFiles.h"
 
 namespace zephrin {
 
@@ -13,10 +12,11 @@ enum class OpenOutcome {
 };
 
 /// Opens the query whose master is `path`, or asks for one where that is empty: its connection replaces the
-/// present one, its recordsets and lists the present ones. A companion that can't be read is passed over.
-OpenOutcome OpenSavedQuery(ZPGGlobalDeclarations& state, QueryFiles& files, const QString& path);
+/// present one, its recordsets and lists the present ones. A companion that can't be read is passed over
+/// and named in the status bar.
+OpenOutcome OpenSavedQuery(ZPGGlobalDeclarations& state, const QString& path);
 
 /// The open button: asks for a file, opens it, and enables what form load enables behind a query.
-OpenOutcome OpenFromButton(ZPGGlobalDeclarations& state, QueryFiles& files);
+OpenOutcome OpenFromButton(ZPGGlobalDeclarations& state);
 
 }  // namespace zephrin

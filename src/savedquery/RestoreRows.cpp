@@ -9,7 +9,7 @@ namespace {
 constexpr int criteriaSize = 550;
 constexpr int criteriaAttributes = ado::FieldMayBeNull | ado::FieldUpdatable;
 
-ado::RecordsetPtr WithColumnsOf(const ado::Recordset& rows) {
+std::shared_ptr<ado::Recordset> WithColumnsOf(const ado::Recordset& rows) {
     auto copy = std::make_shared<ado::Recordset>();
     for (int field = 0; field < rows.FieldCount(); ++field) copy->Append(rows.FieldAt(field));
     return copy;
@@ -33,31 +33,30 @@ void CopyRows(ado::Recordset& from, ado::Recordset& to) {
 
 }  // namespace
 
-ado::RecordsetPtr RestoreRows(QueryFiles& files, const QString& path, const ado::RecordsetPtr& present) {
+std::shared_ptr<ado::Recordset> RestoreRows(ado::Recordset* saved, const ado::Recordset& present) {
+    if (!saved) return WithColumnsOf(present);
+    for (int field = 0; field < present.FieldCount(); ++field)
+        if (saved->FieldIndex(present.FieldAt(field).Name) < 0) return WithColumnsOf(present);
     try {
-        ado::Recordset saved;
-        files.Open(saved, path);
-        for (int field = 0; field < present->FieldCount(); ++field)
-            if (saved.FieldIndex(present->FieldAt(field).Name) < 0) return WithColumnsOf(*present);
-        const ado::RecordsetPtr rows = WithColumnsOf(*present);
+        auto rows = WithColumnsOf(present);
         rows->Open();
-        CopyRows(saved, *rows);
+        CopyRows(*saved, *rows);
         return rows;
     } catch (const ado::Error&) {
         // Only the companion is lost, not the query.
-        return WithColumnsOf(*present);
+        return WithColumnsOf(present);
     }
 }
 
-ado::RecordsetPtr RestoreCriteria(QueryFiles& files, const QString& path) {
+std::shared_ptr<ado::Recordset> RestoreCriteria(ado::Recordset* saved) {
+    auto rows = std::make_shared<ado::Recordset>();
+    if (!saved) return rows;
     try {
-        ado::Recordset saved;
-        files.Open(saved, path);
-        auto rows = std::make_shared<ado::Recordset>();
-        for (int field = 0; field < saved.FieldCount(); ++field)
-            rows->Append(saved.FieldAt(field).Name, ado::DataType::VarChar, criteriaSize, criteriaAttributes);
+        for (int field = 0; field < saved->FieldCount(); ++field)
+            rows->Append(saved->FieldAt(field).Name, ado::DataType::VarChar, criteriaSize,
+                         criteriaAttributes);
         rows->Open();
-        CopyRows(saved, *rows);
+        CopyRows(*saved, *rows);
         return rows;
     } catch (const ado::Error&) {
         return std::make_shared<ado::Recordset>();

@@ -1,15 +1,17 @@
 #pragma once
 
-#include "savedquery/QueryFiles.h"
+#include <zephrin/ado/Recordset.h>
+
+#include <memory>
 
 namespace zephrin {
 
-/// The rows of a file in a recordset with the columns of `present`. A file that can't be read, lacks a column
-/// or holds what a column refuses gives a recordset of these columns that is closed.
-ado::RecordsetPtr RestoreRows(QueryFiles& files, const QString& path, const ado::RecordsetPtr& present);
+/// The rows of a file in a recordset with the columns of `present`. Rows that lack a column or hold what a
+/// column refuses, and none at all (null), give a recordset of these columns that is closed.
+std::shared_ptr<ado::Recordset> RestoreRows(ado::Recordset* saved, const ado::Recordset& present);
 
-/// The criteria of a file: its own columns, as criteria columns. Closed and without columns where it can't be
-/// read.
-ado::RecordsetPtr RestoreCriteria(QueryFiles& files, const QString& path);
+/// The criteria of a file: its own columns, as criteria columns. Closed and without columns where there are
+/// none.
+std::shared_ptr<ado::Recordset> RestoreCriteria(ado::Recordset* saved);
 
 }  // namespace zephrin

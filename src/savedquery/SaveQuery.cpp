@@ -1,22 +1,25 @@
 #include "savedquery/SaveQuery.h"
 
 #include "flow/FieldTab.h"
+#include "platform/files/Disk.h"
 #include "runstate/clsBridge.h"
 #include "savedquery/QueryFamily.h"
 #include "savedquery/QueryMaster.h"
 #include "savedquery/QueryValues.h"
+#include "savedquery/ReplaceFamily.h"
 
 #include <zephrin/ado/Error.h>
 
 #include <QDir>
+#include <QFile>
 
 namespace zephrin {
 
 namespace {
 
 /// The file dialog would ask about the name that was typed; the file that is written may be called otherwise.
-bool MayOverwrite(ZPGGlobalDeclarations& state, QueryFiles& files, const QString& master) {
-    if (!files.Exists(master)) return true;
+bool MayOverwrite(ZPGGlobalDeclarations& state, const QString& master) {
+    if (!QFile::exists(master)) return true;
     const QString question = QStringLiteral("%1 already exists.\r\nDo you want to replace it ?")
                                  .arg(QDir::toNativeSeparators(master));
     return state.UserPrompts->MsgBox(question,
@@ -24,12 +27,21 @@ bool MayOverwrite(ZPGGlobalDeclarations& state, QueryFiles& files, const QString
                                      QStringLiteral("Save Query")) == BoxAnswer::Yes;
 }
 
-/// The chosen name whole; empty for Cancel.
+/// The chosen name whole; empty for Cancel, and where the showing ends behind the box. Who doesn't want to
+/// replace a query wants another name.
 QString AskForName(ZPGGlobalDeclarations& state) {
+    const int showing = state.Showing;
     Prompts::FileChoice choice;
     choice.Title = QStringLiteral("Save Query");
     choice.Filter = QueryFilter();
-    return state.UserPrompts->ShowSave(choice);
+    for (;;) {
+        const QString name = state.UserPrompts->ShowSave(choice);
+        if (state.Showing != showing || name.isEmpty()) return {};
+        const QString base = QueryBase(name);
+        const bool agreed = base.isEmpty() || MayOverwrite(state, MasterPath(base));
+        if (state.Showing != showing) return {};
+        if (agreed) return name;
+    }
 }
 
 /// A recordset that is closed or was never made is saved as one without columns and rows.
@@ -48,16 +60,14 @@ std::vector<FamilyFile> MakeFamily(ZPGGlobalDeclarations& state, const QString& 
         const Companion& companion = Companions()[each];
         FamilyFile file{CompanionPath(base, companion), {}};
         if (!companion.Rows) {
-            file.Rows = ValuesToRows(ReadForm(state), leftOut);
+            file.Xml = ValuesToRows(ReadForm(state), leftOut)->ToXml();
         } else if (companion.Always || HasRows(state.*companion.Rows)) {
-            file.Rows = Saveable(state.*companion.Rows);
+            file.Xml = Saveable(state.*companion.Rows)->ToXml();
         }
-        if (file.Rows) master.Paths[each] = file.Path;
+        if (file.Xml) master.Paths[each] = file.Path;
         family.push_back(std::move(file));
     }
-    // It holds the password as it was given.
-    family.push_back(
-        {MasterPath(base), MasterToRows(master, leftOut), ado::Recordset::FileAccess::OwnerOnly});
+    family.push_back({MasterPath(base), MasterToRows(master, leftOut)->ToXml()});
     return family;
 }
 
@@ -71,32 +81,34 @@ QString SavedText(const QString& master, const QStringList& leftOut) {
 
 }  // namespace
 
-SaveOutcome SaveQuery(ZPGGlobalDeclarations& state, QueryFiles& files) {
+SaveOutcome SaveQuery(ZPGGlobalDeclarations& state) {
     BuildSelFields(state);
     state.Form->QueryPath.clear();
-    const int showing = state.Showing;
     const QString name = AskForName(state);
-    if (state.Showing != showing || name.isEmpty()) return SaveOutcome::Cancelled;
+    if (name.isEmpty()) return SaveOutcome::Cancelled;
     const QString base = QueryBase(name);
     if (base.isEmpty()) {
         SetStatusText(state, QStringLiteral("The query was not saved: the name is too short .."));
         return SaveOutcome::Failed;
     }
-    if (!MayOverwrite(state, files, MasterPath(base)) || state.Showing != showing)
-        return SaveOutcome::Cancelled;
     QStringList leftOut;
-    try {
-        ReplaceFamily(files, MakeFamily(state, base, leftOut));
-    } catch (const ado::Error& error) {
-        SetStatusText(state, QStringLiteral("The query was not saved: %1 ..").arg(error.Description()));
+    const auto failed = [&state](const QString& reason) {
+        SetStatusText(state, QStringLiteral("The query was not saved: %1 ..").arg(reason));
         return SaveOutcome::Failed;
+    };
+    try {
+        ReplaceFamily(MakeFamily(state, base, leftOut));
+    } catch (const files::Failure& failure) {
+        return failed(failure.Text());
+    } catch (const ado::Error& error) {
+        return failed(error.Description());
     }
     SetStatusText(state, SavedText(MasterPath(base), leftOut));
     state.Bridge().PassSavedQueryName(name);
     return SaveOutcome::Saved;
 }
 
-void DeleteQuery(ZPGGlobalDeclarations& state, QueryFiles& files) {
+void DeleteQuery(ZPGGlobalDeclarations& state) {
     const int showing = state.Showing;
     Prompts::FileChoice choice;
     choice.Title = QStringLiteral("Delete Query");
@@ -108,20 +120,13 @@ void DeleteQuery(ZPGGlobalDeclarations& state, QueryFiles& files) {
         state.UserPrompts->MsgBox(ResString(state, 161) + u' ' + path, BoxStyle::YesNo + BoxStyle::Question,
                                   state.Options.gRunTimeCaption);
     if (state.Showing != showing || answer != BoxAnswer::Yes) return;
-    QStringList failures;
-    const auto remove = [&](const QString& file) {
-        try {
-            files.Remove(file);
-        } catch (const ado::Error& error) {
-            failures << error.Description();
-        }
-    };
-    // The master first: without it the others are no query.
-    remove(path);
-    if (const QString base = QueryBase(path); failures.isEmpty() && !base.isEmpty())
-        for (const Companion& companion : Companions()) remove(CompanionPath(base, companion));
-    if (!failures.isEmpty()) {
-        SetStatusText(state, QStringLiteral("The query was not deleted whole: %1 ..").arg(failures.first()));
+    std::vector<QString> companions;
+    if (const QString base = QueryBase(path); !base.isEmpty())
+        for (const Companion& companion : Companions()) companions.push_back(CompanionPath(base, companion));
+    try {
+        RemoveFamily(companions, path);
+    } catch (const files::Failure& failure) {
+        SetStatusText(state, QStringLiteral("The query was not deleted whole: %1 ..").arg(failure.Text()));
         return;
     }
     state.Bridge().PassDeleteQueryName(path);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "runstate/ZPGGlobalDeclarations.h"
-#include "savedquery/QueryFiles.h"
 
 namespace zephrin {
 
@@ -13,10 +12,10 @@ enum class SaveOutcome {
 
 /// Asks for a name and saves the query under it: the master and a companion for each working recordset. The
 /// host hears of it when the family stands.
-SaveOutcome SaveQuery(ZPGGlobalDeclarations& state, QueryFiles& files);
+SaveOutcome SaveQuery(ZPGGlobalDeclarations& state);
 
 /// Asks for a query file, asks again, and deletes it with its companions. The host hears of it when they are
 /// gone.
-void DeleteQuery(ZPGGlobalDeclarations& state, QueryFiles& files);
+void DeleteQuery(ZPGGlobalDeclarations& state);
 
 }  // namespace zephrin

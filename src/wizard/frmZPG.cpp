@@ -59,8 +59,7 @@ void frmZPG::Private::OpenQuery() {
     const Handler handler(this);
     OpenOutcome outcome = OpenOutcome::Cancelled;
     Run([&outcome](ZPGGlobalDeclarations& run) {
-        QueryFiles disk;
-        outcome = OpenFromButton(run, disk);
+        outcome = OpenFromButton(run);
     });
     // Where no query can be read the wizard closes, as it does at the start.
     if (outcome == OpenOutcome::Failed && handler.FormIsThere()) q->close();
@@ -77,9 +76,8 @@ bool frmZPG::Private::AskBeforeClosing() {
     if (!handler.FormIsThere() || answer == CloseAnswer::Stay) return false;
     if (answer == CloseAnswer::Close) return true;
     // A file dialog that is cancelled closes all the same; a write that failed would take the query with it.
-    QueryFiles disk;
     SaveOutcome outcome = SaveOutcome::Failed;
-    RunGuarded(*run, [&] { outcome = SaveQuery(*run, disk); });
+    RunGuarded(*run, [&] { outcome = SaveQuery(*run); });
     if (!handler.FormIsThere()) return false;
     if (outcome == SaveOutcome::Failed) ShowState();
     return outcome != SaveOutcome::Failed;

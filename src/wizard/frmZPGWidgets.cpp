@@ -74,18 +74,10 @@ QWidget* frmZPG::Private::MakeFoot() {
     for (QPushButton* button : {cmdOpenQuery, cmdSaveQuery, cmdDeleteQuery}) layout->addWidget(button);
     layout->addStretch();
     layout->addWidget(cmdExit);
-    connect(cmdSaveQuery, &QPushButton::clicked, q, [this] {
-        RunCommitted([](ZPGGlobalDeclarations& run) {
-            QueryFiles disk;
-            SaveQuery(run, disk);
-        });
-    });
-    connect(cmdDeleteQuery, &QPushButton::clicked, q, [this] {
-        Run([](ZPGGlobalDeclarations& run) {
-            QueryFiles disk;
-            DeleteQuery(run, disk);
-        });
-    });
+    connect(cmdSaveQuery, &QPushButton::clicked, q,
+            [this] { RunCommitted([](ZPGGlobalDeclarations& run) { SaveQuery(run); }); });
+    connect(cmdDeleteQuery, &QPushButton::clicked, q,
+            [this] { Run([](ZPGGlobalDeclarations& run) { DeleteQuery(run); }); });
     connect(cmdOpenQuery, &QPushButton::clicked, q, [this] { OpenQuery(); });
     return foot;
 }

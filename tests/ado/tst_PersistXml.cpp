@@ -1,5 +1,6 @@
 #include "Failing.h"
 #include "FakeProvider.h"
+#include "support/DiskFaults.h"
 
 #include <zephrin/ado/Recordset.h>
 
@@ -66,7 +67,7 @@ void FillEverything(Recordset& rs) {
         {{u"Char"_qs, DataType::Char, 5}, u" a  "_qs},
         {{u"WChar"_qs, DataType::WChar, 5}, u"\u20AC"_qs},
         {{u"Numeric"_qs, DataType::Numeric, 0, -1, 10, 3}, u"-1234567.125"_qs},
-        {{u"Day"_qs, DataType::DBDate}, QDate(2024, 2, 29)},
+        {{u"Day\n"_qs, DataType::DBDate}, QDate(2024, 2, 29)},
         {{u"Time"_qs, DataType::DBTime}, QTime(1, 2, 3)},
         {{u"Stamp"_qs, DataType::DBTimeStamp}, QDateTime(QDate(2024, 3, 31), QTime(2, 30), Qt::UTC)},
         {{u"VarChar"_qs, DataType::VarChar, 8000, FieldMayBeNull | FieldUpdatable}, u"<&>\"' \t\r\n]]>"_qs},
@@ -350,6 +351,16 @@ TEST(PersistXml, FilesAreReplacedAsAWhole) {
     again.OpenFile(path);
     EXPECT_EQ(again.RecordCount(), 0);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"Sales rsWhere.dat"_qs});
+}
+
+TEST(PersistXml, AFaultOfTheDiskLosesNothing) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"rows.dat"_qs);
+    Recordset rs;
+    FillEverything(rs);
+    rs.Save(path);
+    rs.DeleteAll();
+    zephrin::test::TryFaultsOfTheDisk<Error>(path, [&] { rs.Save(path); });
 }
 
 TEST(PersistXml, FileFailures) {

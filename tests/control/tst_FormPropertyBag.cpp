@@ -1,4 +1,5 @@
 #include "control/MapBag.h"
+#include "support/DiskFaults.h"
 
 #include <zephrin/FormPropertyBag.h>
 #include <zephrin/Zephrin.h>
@@ -304,6 +305,15 @@ TEST(FormBag, SavesNothingOverTheWorkOfOthers) {
     bag.WriteProperty(QStringLiteral("p"), 1);
     EXPECT_EQ(Thrown([&] { bag.Save(); }), "3004 The file was changed by another program in the meantime.");
     EXPECT_EQ(form.Bytes(), "<ui/>");
+}
+
+TEST(FormBag, AFaultOfTheDiskLosesNothing) {
+    const Form form(emptyWidget);
+    test::TryFaultsOfTheDisk<ado::Error>(form.Path(), [&] {
+        FormPropertyBag bag = form.Open();
+        bag.WriteProperty(QStringLiteral("p"), 1);
+        bag.Save();
+    });
 }
 
 TEST(FormBag, IsTakenByTheCompilerOfForms) {

@@ -56,7 +56,6 @@ inline std::string Picture(const ZPGGlobalDeclarations& state) {
 /// A run whose query is saved to and opened from a scratch folder.
 struct QueryRun : WizardRun {
     QTemporaryDir folder;
-    QueryFiles disk;
     QStringList heard;
 
     QueryRun() {
@@ -140,11 +139,25 @@ struct QueryRun : WizardRun {
         ShowSqlView(state);
     }
 
-    SaveOutcome Save(const QString& path, QueryFiles& files) {
+    SaveOutcome Save(const QString& path) {
         prompts->Paths = {path};
-        return SaveQuery(state, files);
+        return SaveQuery(state);
     }
-    SaveOutcome Save(const QString& path) { return Save(path, disk); }
+};
+
+/// A fresh run with no connection, as a host has it that was given a query's name.
+struct FreshRun {
+    std::shared_ptr<ScriptedPrompts> prompts = std::make_shared<ScriptedPrompts>();
+    ZPGGlobalDeclarations state{ado::providers::AllProviders(), prompts};
+
+    bool Load(const QString& path) {
+        state.gOpenQuery = true;
+        state.gQueryName = path;
+        state.OpenSavedQuery = [](ZPGGlobalDeclarations& run) {
+            return OpenSavedQuery(run, run.gQueryName) != OpenOutcome::Failed;
+        };
+        return LoadForm(state);
+    }
 };
 
 }  // namespace zephrin::test

@@ -19,7 +19,7 @@ QString Flag(bool value) {
 /// and so on.
 QStringList AttributeNames(const FieldList& fields) {
     static const QRegularExpression plain(
-        QStringLiteral("^(?!c[0-9]+$)(?![Xx][Mm][Ll])[A-Za-z_][A-Za-z0-9_.-]*$"));
+        QStringLiteral("^(?!c[0-9]+\\z)(?![Xx][Mm][Ll])[A-Za-z_][A-Za-z0-9_.-]*\\z"));
     QSet<QString> taken;
     QStringList names;
     for (int index = 0; index < fields.Count(); ++index) {

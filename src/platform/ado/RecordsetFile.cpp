@@ -1,45 +1,28 @@
 #include "platform/ado/PersistXml.h"
 #include "platform/ado/RecordsetPrivate.h"
+#include "platform/files/Disk.h"
 
 #include <zephrin/ado/Error.h>
 #include <zephrin/ado/Recordset.h>
 
-#include <QFileInfo>
-#include <QSaveFile>
-
 namespace zephrin::ado {
 
-namespace {
-
-Error Unwritable(const QSaveFile& file) {
-    return Error(ErrorNumber::WriteFile, QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
-}
-
-Error Unreadable(const QString& path, const QString& why) {
-    return Error(ErrorNumber::InvalidConnection, QStringLiteral("%1: %2").arg(path, why));
-}
-
-}  // namespace
-
 void Recordset::Save(const QString& path, FileAccess access) const {
-    const QByteArray xml = ToXml();
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) throw Unwritable(file);
-    // Before the first byte is in it.
-    const bool narrowed =
-        access == FileAccess::Usual || file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    if (!narrowed || file.write(xml) != xml.size() || !file.commit()) throw Unwritable(file);
+    try {
+        files::Replace(path, ToXml(),
+                       access == FileAccess::Usual ? files::Access::Usual : files::Access::OwnerOnly);
+    } catch (const files::Failure& failure) {
+        throw Error(ErrorNumber::WriteFile, failure.Text());
+    }
 }
 
 void Recordset::OpenFile(const QString& path) {
     d->RequireClosed();
-    // A pipe or a device would be read for ever.
-    if (!QFileInfo(path).isFile()) throw Unreadable(path, QStringLiteral("The file cannot be found."));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) throw Unreadable(path, file.errorString());
-    const QByteArray xml = file.read(MostPersistedBytes + 1);
-    if (file.error() != QFile::NoError) throw Unreadable(path, file.errorString());
-    OpenXml(xml, path);
+    try {
+        OpenXml(files::Read(path, MostPersistedBytes), path);
+    } catch (const files::Failure& failure) {
+        throw Error(ErrorNumber::InvalidConnection, failure.Text());
+    }
 }
 
 QByteArray Recordset::ToXml() const {

@@ -181,7 +181,7 @@ void DefaultPrompts::ShowAbout(const QString& name, const QString& version) {
 }
 
 QStringList NameFilters(const QString& pairs) {
-    static const QRegularExpression shownPattern(QStringLiteral("\\s*\\([^()]*\\)\\s*$"));
+    static const QRegularExpression shownPattern(QStringLiteral("\\s*\\([^()]*\\)\\s*\\z"));
     const QStringList parts = pairs.split(u'|');
     QStringList filters;
     for (qsizetype at = 0; at + 1 < parts.size(); at += 2) {

@@ -13,7 +13,7 @@ namespace {
 
 /// How well a driver suits SQL Server; 0 for a driver of something else.
 int SqlServerRank(const Driver& driver) {
-    static const QRegularExpression newest(QStringLiteral("^ODBC Driver (\\d+) for SQL Server$"),
+    static const QRegularExpression newest(QStringLiteral("^ODBC Driver (\\d+) for SQL Server\\z"),
                                            QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression native(QStringLiteral("^SQL (?:Server )?Native Client ?(\\d*)"),
                                            QRegularExpression::CaseInsensitiveOption);
