@@ -3,6 +3,7 @@
 #   runtime   the shared library
 #   devel     the static library, public headers, find_package(Zephrin) and pkg-config
 #   designer  the plugin for Qt Designer
+#   reader    the program that reads Access and Excel files
 #   demo      the demo host with its sample data
 
 set(zephrin_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Zephrin)

@@ -50,6 +50,11 @@ if(TARGET zephrin-demo)
 "A program that holds one Zephrin control, with a sample database to build
 queries on." "${same_library}")
 endif()
+if(TARGET zephrin-file-reader)
+    zephrin_package(reader zephrin-file-reader database "reader of Access and Excel files for Zephrin"
+"With this program Zephrin opens Access databases and Excel workbooks. It reads
+them in a process of its own, with limits, so that no file can harm a host.")
+endif()
 if(TARGET ZephrinDesigner)
     zephrin_package(designer zephrin-designer devel "Qt Designer plugin of a visual SQL query builder"
 "Puts the Zephrin control into Qt Designer, with its properties and its

@@ -1,6 +1,6 @@
 #include "platform/ado/providers/odbc/SchemaReader.h"
 
-#include "platform/ado/ColumnStore.h"
+#include "platform/ado/MemoryCursor.h"
 #include "platform/ado/providers/odbc/Diagnostics.h"
 
 #include <algorithm>
@@ -10,40 +10,7 @@ namespace zephrin::ado::odbc {
 
 namespace {
 
-/// Cells of a schema row; an invalid one is Null.
-using Row = std::vector<QVariant>;
-
-/// Rows that are in memory already.
-class MemoryCursor final : public Cursor {
- public:
-    MemoryCursor(QList<Field> itsFields, std::vector<Row> itsRows)
-        : fields(std::move(itsFields)), rows(std::move(itsRows)) {}
-
-    const QList<Field>& Fields() const override { return fields; }
-
-    qint64 Fetch(ColumnStore& into, qint64 maxRows) override {
-        const size_t end = std::min(rows.size(), next + size_t(maxRows));
-        const auto count = qint64(end - next);
-        for (; next < end; ++next)
-            for (int column = 0; column < fields.size(); ++column)
-                Append(rows[next][size_t(column)], into, column);
-        if (count > 0) into.EndRows(count);
-        return count;
-    }
-
- private:
-    static void Append(const QVariant& cell, ColumnStore& into, int column) {
-        if (!cell.isValid()) return into.AppendNull(column);
-        if (cell.typeId() == QMetaType::Bool) return into.AppendInt(column, cell.toBool() ? -1 : 0);
-        if (cell.typeId() != QMetaType::QString) return into.AppendInt(column, cell.toLongLong());
-        const QByteArray utf8 = cell.toString().toUtf8();
-        into.AppendText(column, utf8.constData(), utf8.size());
-    }
-
-    const QList<Field> fields;
-    const std::vector<Row> rows;
-    size_t next = 0;
-};
+using Row = MemoryCursor::Row;
 
 /// Reads the text of the wanted columns of a schema result, row by row. These results are small, and each
 /// driver has columns of its own behind the standard's.

@@ -67,6 +67,7 @@ Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline,
                              ? QStringLiteral(", and stayed locked for %1 seconds").arg(deadline.Seconds())
                              : QString()));
         case SQLITE_READONLY:
+        case SQLITE_AUTH:
             return Failure(FailureNumber::ReadOnly,
                            QStringLiteral("The database is open for reading only; nothing was changed."));
         case SQLITE_CONSTRAINT:

@@ -18,7 +18,11 @@ StatementHandle Prepare(sqlite3* database, const QByteArray& sql) {
 const CatalogTable* SchemaCatalog::Find(const QString& name) const {
     const QString key = name.toCaseFolded();
     auto found = known.find(key);
-    if (found == known.end()) found = known.insert(key, Read(name));
+    if (found == known.end()) {
+        // Making a view asks for the tables that it reads, here.
+        if (source) source->Declare(name);
+        found = known.insert(key, Read(name));
+    }
     return found->has_value() ? &**found : nullptr;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/ado/providers/sqlite/Deadline.h"
 #include "platform/ado/providers/sqlite/Handles.h"
+#include "platform/ado/providers/sqlite/TableSource.h"
 #include "platform/ado/providers/sqlite/dialect/Catalog.h"
 
 #include <QHash>
@@ -14,7 +15,9 @@ namespace zephrin::ado::providers::sqlite {
 /// changes.
 class SchemaCatalog final : public Catalog {
  public:
-    SchemaCatalog(sqlite3* of, Dialect speaks) : database(of), dialect(speaks) {}
+    /// `tables` makes what is not there yet; null where all is.
+    SchemaCatalog(sqlite3* of, Dialect speaks, TableSource* tables)
+        : database(of), dialect(speaks), source(tables) {}
 
     const CatalogTable* Find(const QString& name) const override;
     void CheckTime() const override;
@@ -28,6 +31,7 @@ class SchemaCatalog final : public Catalog {
 
     sqlite3* database;
     Dialect dialect;
+    TableSource* source;
     const Deadline* deadline = nullptr;
     mutable unsigned looks = 0;
     qint64 version = -1;

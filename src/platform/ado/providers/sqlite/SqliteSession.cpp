@@ -70,10 +70,29 @@ DatabaseHandle OpenFile(const OpenOptions& options) {
     return database;
 }
 
+/// What a statement reads, and that it does nothing else.
+struct TablesRead {
+    QList<QString> Names;
+
+    static int Note(void* self, int action, const char* table, const char*, const char*, const char*) {
+        if (action == SQLITE_READ) {
+            const QString name = QString::fromUtf8(table);
+            QList<QString>& names = static_cast<TablesRead*>(self)->Names;
+            if (!names.contains(name)) names.append(name);
+            return SQLITE_OK;
+        }
+        const bool reads = action == SQLITE_SELECT || action == SQLITE_FUNCTION || action == SQLITE_RECURSIVE;
+        return reads ? SQLITE_OK : SQLITE_DENY;
+    }
+};
+
 }  // namespace
 
-SqliteSession::SqliteSession(const OpenOptions& options, int timeout)
-    : dialect(options.Speaks), database(OpenFile(options)), catalog(database.get(), dialect) {
+SqliteSession::SqliteSession(const OpenOptions& options, int timeout, TableSource* tables)
+    : dialect(options.Speaks),
+      source(tables),
+      database(OpenFile(options)),
+      catalog(database.get(), dialect, tables) {
     CheckDatabase(options.Path, timeout);
     RegisterFunctions(database.get(), dialect);
 }
@@ -120,6 +139,33 @@ std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const E
     }
 }
 
+void SqliteSession::DefineView(const QString& name, const QString& statement) {
+    const Translation view =
+        Translate(QStringLiteral("CREATE VIEW [%1] AS %2").arg(name, statement), dialect, catalog);
+    for (const MappedText& step : view.Steps) {
+        const int code = sqlite3_exec(database.get(), step.Text().constData(), nullptr, nullptr, nullptr);
+        if (code != SQLITE_OK) throw EngineFailure(database.get(), code, Deadline(0), {dialect});
+    }
+}
+
+/// Of a session whose tables come from elsewhere, the engine tells which ones a statement reads, through
+/// views, too.
+StatementHandle SqliteSession::Prepare(const QByteArray& sql, const char** tail, int& code,
+                                       Deadline& deadline) {
+    sqlite3_stmt* raw = nullptr;
+    if (!source) {
+        code = sqlite3_prepare_v2(database.get(), sql.constData(), int(sql.size()), &raw, tail);
+        return StatementHandle(raw);
+    }
+    TablesRead read;
+    sqlite3_set_authorizer(database.get(), TablesRead::Note, &read);
+    code = sqlite3_prepare_v2(database.get(), sql.constData(), int(sql.size()), &raw, tail);
+    sqlite3_set_authorizer(database.get(), nullptr, nullptr);
+    StatementHandle prepared(raw);
+    if (code == SQLITE_OK && raw) source->Fill(read.Names, deadline);
+    return prepared;
+}
+
 void SqliteSession::Run(const char* sql) {
     sqlite3_exec(database.get(), sql, nullptr, nullptr, nullptr);
 }
@@ -140,17 +186,16 @@ std::unique_ptr<Cursor> SqliteSession::RunStep(const Translation& translation, s
     {
         const Deadline::Scope scope(connection, deadline);
         const QByteArray& sql = text.Text();
-        sqlite3_stmt* raw = nullptr;
         const char* tail = nullptr;
-        const int code = sqlite3_prepare_v2(connection, sql.constData(), int(sql.size()), &raw, &tail);
-        prepared.reset(raw);
+        int code = SQLITE_OK;
+        prepared = Prepare(sql, &tail, code, deadline);
         if (code != SQLITE_OK) throw failure(code, deadline);
-        if (!raw) throw Failure(FailureNumber::Statement, QStringLiteral("The statement is empty."));
+        if (!prepared) throw Failure(FailureNumber::Statement, QStringLiteral("The statement is empty."));
         if (!QByteArray(tail).trimmed().isEmpty())
             throw Failure(FailureNumber::Statement,
                           QStringLiteral("Only one statement can be run at a time."),
                           text.Origin(tail - sql.constData()));
-        fields = FieldsOf(raw, translation);
+        fields = FieldsOf(prepared.get(), translation);
     }
     return std::make_unique<SqliteCursor>(connection, std::move(prepared), std::move(fields), deadline,
                                           failure);

@@ -13,20 +13,28 @@ namespace zephrin::ado::providers::sqlite {
 class SqliteSession final : public Session {
  public:
     /// Opens the file or throws; `timeout` bounds the wait for a file that is locked (0 waits for ever).
-    SqliteSession(const OpenOptions& options, int timeout);
+    /// `tables` makes and fills tables when statements ask for them; such a session is for reading alone.
+    SqliteSession(const OpenOptions& options, int timeout, TableSource* tables = nullptr);
 
     std::unique_ptr<Cursor> Execute(const QString& statement, const ExecuteOptions& options) override;
     std::unique_ptr<Cursor> Tables() override;
     std::unique_ptr<Cursor> Columns(const QString& table) override;
 
+    /// For the source of the tables: the engine itself, and a view whose statement is in the session's
+    /// dialect.
+    sqlite3* Engine() const { return database.get(); }
+    void DefineView(const QString& name, const QString& statement);
+
  private:
     void CheckDatabase(const QString& path, int timeout);
     void Run(const char* sql);
+    StatementHandle Prepare(const QByteArray& sql, const char** tail, int& code, Deadline& deadline);
     std::unique_ptr<Cursor> RunStep(const Translation& translation, size_t step, Deadline& deadline);
     QList<Field> FieldsOf(sqlite3_stmt* statement, const Translation& translation) const;
     std::unique_ptr<Cursor> RunSchemaQuery(const char* sql, const QString& argument, QList<Field> fields);
 
     Dialect dialect;
+    TableSource* source;
     DatabaseHandle database;
     SchemaCatalog catalog;
 };
