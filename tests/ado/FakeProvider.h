@@ -3,6 +3,8 @@
 #include "platform/ado/ColumnStore.h"
 #include "platform/ado/Connection.h"
 
+#include <QThread>
+
 #include <algorithm>
 #include <functional>
 
@@ -51,6 +53,12 @@ struct FakeServer {
     int Sessions = 0;
 };
 
+/// What only a watcher ends.
+[[noreturn]] inline void WaitUntilStopped(Watch& watch) {
+    while (watch.GoOn()) QThread::msleep(1);
+    throw Cancelled();
+}
+
 class FakeSession : public Session {
  public:
     explicit FakeSession(FakeServer& used) : server(used) { ++server.Sessions; }
@@ -61,6 +69,7 @@ class FakeSession : public Session {
         server.LastOptions = options;
         if (statement == QStringLiteral("nonsense"))
             throw Error(170, QStringLiteral("Incorrect syntax"), QStringLiteral("Fake"));
+        if (statement == QStringLiteral("wait")) WaitUntilStopped(*server.LastOpening.Waiting);
         return std::make_unique<FakeCursor>(server.Rows);
     }
     std::unique_ptr<Cursor> Tables() override {
@@ -92,6 +101,7 @@ class FakeProvider : public Provider {
     }
     std::unique_ptr<Session> Open(const OpenRequest& request) const override {
         server.LastOpening = request;
+        if (request.ConnectionString.contains(QStringLiteral("Mute"))) WaitUntilStopped(*request.Waiting);
         if (!server.OpenFailure.isEmpty()) throw Error(18456, server.OpenFailure, QStringLiteral("Fake"));
         return std::make_unique<FakeSession>(server);
     }

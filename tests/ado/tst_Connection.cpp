@@ -134,11 +134,31 @@ TEST_F(ConnectionTest, FailureWhileFetchingLeavesTheRecordsetClosed) {
 }
 
 TEST_F(ConnectionTest, RowsThatDoNotFitIntoMemoryAreAnErrorLikeAny) {
+    EXPECT_GT(connection.MemoryLimit(), 0) << "a machine has no memory to waste";
     connection.Open(u"Provider=Fake"_qs);
-    server.Rows.Cell = [](qint64 row, int) { return row < 5000 ? QVariant(row) : throw std::bad_alloc(); };
-    Recordset rs;
-    EXPECT_EQ(NumberOf([&] { rs.Open(u"good"_qs, connection); }), ErrorNumber::ProviderFailed);
-    EXPECT_FALSE(rs.IsOpen());
+    connection.SetMemoryLimit(2 << 20);
+    server.Rows.Fields.removeLast();
+    const struct {
+        const char* What;
+        qint64 Count;
+        std::function<QVariant(qint64)> Cell;
+        int Number;
+    } rows[] = {
+        {"numbers that fit", 100'000, [](qint64 row) { return QVariant(row); }, 0},
+        {"too many numbers", 300'000, [](qint64 row) { return QVariant(row); }, ErrorNumber::OutOfMemory},
+        {"one text that is too long", 1, [](qint64) { return QString(3 << 20, u'x'); },
+         ErrorNumber::OutOfMemory},
+        {"long texts", 4000, [](qint64) { return QString(1000, u'x'); }, ErrorNumber::OutOfMemory},
+        {"a machine without more", 5000, [](qint64) -> QVariant { throw std::bad_alloc(); },
+         ErrorNumber::OutOfMemory},
+    };
+    for (const auto& row : rows) {
+        server.Rows.Count = row.Count;
+        server.Rows.Cell = [&row](qint64 at, int) { return row.Cell(at); };
+        Recordset rs;
+        EXPECT_EQ(NumberOf([&] { rs.Open(u"good"_qs, connection); }), row.Number) << row.What;
+        EXPECT_EQ(rs.IsOpen(), row.Number == 0) << row.What;
+    }
 }
 
 TEST_F(ConnectionTest, StatementWithoutRowsOpensNoColumns) {

@@ -99,6 +99,39 @@ TEST_F(ContraryDriver, IsLeftBehindWhereItHangs) {
     EXPECT_EQ(connection.Execute(QStringLiteral("types"))->RecordCount(), 3) << "others are not held up";
 }
 
+TEST_F(ContraryDriver, CountsTheWholeStatementAgainstTheTimeOut) {
+    Open();
+    connection.SetCommandTimeout(1);
+    EXPECT_EQ(FailureOf("slow").Number(), ErrorNumber::TimeoutExpired) << "each batch of rows is fast enough";
+    EXPECT_EQ(connection.Execute(QStringLiteral("types"))->RecordCount(), 3) << "the driver came back";
+    const Error error = FailureOf("timeout");
+    EXPECT_EQ(error.Number(), ErrorNumber::TimeoutExpired) << "also where it takes the connection along";
+    EXPECT_EQ(error.Description(), QStringLiteral("[Contrary]timed out, and then broke down"));
+    EXPECT_EQ(FailureOf("types").Number(), ErrorNumber::InvalidConnection);
+}
+
+TEST_F(ContraryDriver, IsStoppedOrLeftBehind) {
+    connection.SetWatcher([](const ado::Progress& progress) { return progress.Elapsed < 200; });
+    EXPECT_EQ(FailureOf([this] { Open("Do=hang"); }).Number(), ErrorNumber::OperationCancelled);
+    const struct {
+        const char* Statement;
+        bool Usable;
+    } rows[] = {{"slow", true}, {"hang", false}, {"hang both", false}};
+    for (const auto& row : rows) {
+        Open();
+        const Error error = FailureOf(row.Statement);
+        EXPECT_EQ(error.Number(), ErrorNumber::OperationCancelled) << row.Statement;
+        EXPECT_EQ(error.Description().contains(QStringLiteral("given up")), !row.Usable) << row.Statement;
+        EXPECT_LT(taken.elapsed(), 5'500) << row.Statement;
+        if (row.Usable) {
+            EXPECT_EQ(connection.Execute(QStringLiteral("types"))->RecordCount(), 3);
+        } else {
+            EXPECT_EQ(FailureOf("types").Number(), ErrorNumber::InvalidConnection) << row.Statement;
+        }
+        connection.Close();
+    }
+}
+
 TEST_F(ContraryDriver, TimesOutOnServersThatNeverAnswer) {
     const test::MuteServer mute;
     connection.SetConnectionTimeout(1);

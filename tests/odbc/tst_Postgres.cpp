@@ -206,6 +206,46 @@ TEST_F(Postgres, StopsASleepingStatement) {
     EXPECT_EQ(RowOf(*Run("select 1"), 0), QStringLiteral("1")) << "the connection goes on";
 }
 
+TEST_F(Postgres, StopsForAWatcherAndLeavesNothingRunning) {
+    Connection other(ado::providers::AllProviders());
+    other.Open(server->ConnectionString());
+    const auto running = [&] {
+        return other
+            .Execute(QStringLiteral("select count(*) from pg_stat_activity where state = 'active' "
+                                    "and pid <> pg_backend_pid() and query like '%stopme%'"))
+            ->TextAt(0, 0);
+    };
+    for (const char* sql :
+         {"select pg_sleep(60) /* stopme */",
+          "select count(*) from generate_series(1, 1000000) a, generate_series(1, 1000000) b /* stopme */",
+          "create table stopme as select i from generate_series(1, 100000000) i"}) {
+        QString seen;
+        connection.SetWatcher([&](const ado::Progress& progress) {
+            if (progress.Elapsed >= 300 && seen.isEmpty()) seen = running();
+            return progress.Elapsed < 300;
+        });
+        const Error error = FailureOf([&] { Run(sql); });
+        EXPECT_EQ(error.Number(), ado::ErrorNumber::OperationCancelled) << sql;
+        EXPECT_EQ(error.Description(), QStringLiteral("Operation has been cancelled by the user.")) << sql;
+        EXPECT_EQ(seen, QStringLiteral("1")) << sql;
+        EXPECT_EQ(running(), QStringLiteral("0")) << sql;
+        connection.SetWatcher({});
+        EXPECT_EQ(RowOf(*Run("select 1"), 0), QStringLiteral("1")) << "usable at once";
+    }
+    EXPECT_EQ(FailureOf([&] { Run("select * from stopme"); }).Number(), 1) << "nothing stays behind";
+}
+
+TEST_F(Postgres, ReportsAStopOfAServerThatDiedMeanwhile) {
+    connection.SetWatcher([&](const ado::Progress& progress) {
+        if (progress.Elapsed >= 200) server->Kill();
+        return progress.Elapsed < 200;
+    });
+    EXPECT_EQ(FailureOf([&] { Run("select pg_sleep(60)"); }).Number(), ado::ErrorNumber::OperationCancelled);
+    connection.SetWatcher({});
+    EXPECT_EQ(FailureOf([&] { Run("select 1"); }).Number(), ado::ErrorNumber::InvalidConnection);
+    ASSERT_TRUE(server->Start());
+}
+
 TEST_F(Postgres, TellsWhyItCannotConnect) {
     const struct {
         QString String;

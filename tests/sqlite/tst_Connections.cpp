@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 
 #include <sqlite3.h>
 
@@ -184,6 +185,35 @@ TEST_F(ShopTest, TimeOutStopsAStatement) {
     EXPECT_EQ(number("SELECT TOP 3 n FROM Endless"), 0);
 }
 
+TEST_F(ShopTest, AWatcherStopsWhateverTakesLong) {
+    shop.Run(
+        "CREATE VIEW Endless AS WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM c) SELECT n "
+        "FROM c;"
+        "CREATE TABLE Many (N int, T nvarchar(30));"
+        "INSERT INTO Many SELECT n, 'text ' || (n * 7919 % 100003) FROM Endless LIMIT 20000");
+    const auto connection = Connect(shop, QStringLiteral("SQL Server"));
+    QList<qint64> rows;
+    for (const char* statement :
+         {"SELECT COUNT(*) FROM Many a, Many b, Many c", "SELECT a.N, b.T FROM Many a, Many b, Many c",
+          "SELECT TOP 1 a.N FROM Many a, Many b WHERE a.N <> b.N ORDER BY b.T, a.T DESC",
+          "SELECT a.T, STDEV(b.N) FROM Many a, Many b GROUP BY a.T",
+          "SELECT MAX(LEFT(a.T, 7) + CONVERT(varchar(10), b.N)) FROM Many a, Many b"}) {
+        qint64 asked = 0;
+        connection->SetWatcher([&](const Progress& progress) {
+            asked = progress.Elapsed;
+            rows << progress.Rows;
+            return progress.Elapsed < 200;
+        });
+        const QString answer = Answer(*connection, QString::fromUtf8(statement));
+        EXPECT_EQ(answer, u"! Operation has been cancelled by the user."_qs) << statement;
+        EXPECT_GE(asked, 200) << statement;
+        connection->SetWatcher({});
+        EXPECT_EQ(Answer(*connection, QStringLiteral("SELECT COUNT(*) FROM Nums")), u"4"_qs)
+            << "usable at once";
+    }
+    EXPECT_GT(*std::max_element(rows.begin(), rows.end()), 0);
+}
+
 TEST_F(ShopTest, LockedDatabase) {
     const auto connection = Connect(shop, QStringLiteral("MS Access"), 1);
     sqlite3* other = nullptr;
@@ -191,6 +221,14 @@ TEST_F(ShopTest, LockedDatabase) {
     sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
     EXPECT_TRUE(
         Answer(*connection, QStringLiteral("SELECT * FROM Nums")).contains(u"locked by another user"));
+    // A user who waits for the lock may do something else; the time of his answer is no time of the
+    // statement's.
+    connection->SetWatcher([](const Progress& progress) {
+        if (progress.Elapsed < 300) QThread::msleep(1200);
+        return progress.Elapsed < 300;
+    });
+    EXPECT_EQ(Answer(*connection, QStringLiteral("SELECT * FROM Nums")),
+              u"! Operation has been cancelled by the user."_qs);
     sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr);
     sqlite3_close(other);
     EXPECT_EQ(Answer(*connection, QStringLiteral("SELECT COUNT(*) FROM Nums")), u"4"_qs);

@@ -19,16 +19,20 @@ inline constexpr int ObjectClosed = 3704;         ///< Needs an open object
 inline constexpr int ObjectOpen = 3705;           ///< Needs a closed object
 inline constexpr int ProviderNotFound = 3706;     ///< No provider takes the connection string
 inline constexpr int InvalidConnection = 3709;    ///< The connection is closed, or a file is no recordset
+inline constexpr int StillExecuting = 3711;       ///< Another operation is still under way
+inline constexpr int OperationCancelled = 3712;   ///< Stopped by the user or the host
 /// A value that its field cannot hold: too long, or of a type that does not convert.
 inline constexpr int ValueRefused = -2147217887;
 /// A failure of a provider that brought no number of its own.
 inline constexpr int ProviderFailed = -2147467259;
-/// A statement that ran into the command time-out or was cancelled.
+/// A statement or a connection attempt that ran into its time-out.
 inline constexpr int TimeoutExpired = -2147217871;
+/// A result that is larger than the connection lets it be.
+inline constexpr int OutOfMemory = -2147024882;
 }  // namespace ErrorNumber
 
-/// The one error of the data layer. It is thrown by a connection, a statement, a file, or the writing of a value that
-/// does not fit; moving about in a recordset never throws it.
+/// The one error of the data layer. It is thrown by a connection, a statement, a file, or the writing of a
+/// value that does not fit; moving about in a recordset never throws it.
 class ZEPHRIN_EXPORT Error : public std::exception {
  public:
     /// `source` is who says so.

@@ -35,18 +35,33 @@ void Reallocate(Buffer& buffer, std::size_t count) {
 
 }  // namespace
 
-ColumnStore::ColumnStore(int columnCount) : columns(static_cast<std::size_t>(columnCount)) {}
+ColumnStore::ColumnStore(int columnCount, qint64 memoryLimit)
+    : columns(static_cast<std::size_t>(columnCount)), limit(memoryLimit) {}
 ColumnStore::~ColumnStore() = default;
 ColumnStore::ColumnStore(ColumnStore&&) noexcept = default;
 ColumnStore& ColumnStore::operator=(ColumnStore&&) noexcept = default;
 
+void ColumnStore::Count(qint64 change) {
+    if (change > 0 && limit > 0 && held + change > limit)
+        throw Error(
+            ErrorNumber::OutOfMemory,
+            QStringLiteral("The result takes more than %1 MB of memory, the most that one result may take. "
+                           "Ask for fewer records or columns. Records fetched so far: %2.")
+                .arg(limit >> 20)
+                .arg(rowCount));
+    held += change;
+}
+
 void ColumnStore::Resize(Chunk& chunk, std::uint32_t capacity) {
+    constexpr qint64 cellBytes = sizeof(std::uint64_t) + sizeof(std::uint8_t);
+    Count((qint64{capacity} - qint64{chunk.capacity}) * cellBytes);
     Reallocate(chunk.tags, capacity);
     Reallocate(chunk.slots, capacity);
     chunk.capacity = capacity;
 }
 
 void ColumnStore::ResizeArena(Chunk& chunk, std::size_t capacity) {
+    Count(static_cast<qint64>(capacity) - static_cast<qint64>(chunk.arenaCapacity));
     Reallocate(chunk.arena, capacity);
     chunk.arenaCapacity = capacity;
 }
@@ -113,7 +128,7 @@ void ColumnStore::Squeeze() {
 
 void ColumnStore::Clear() {
     for (Column& column : columns) column = {};
-    rowCount = 0;
+    rowCount = held = 0;
 }
 
 std::string_view ColumnStore::RunAt(qint64 row, int column) const {
@@ -221,12 +236,8 @@ void ColumnStore::AppendValue(int column, const QVariant& value, DataType type) 
 
 qint64 ColumnStore::MemoryUsage() const {
     std::size_t bytes = sizeof *this + columns.capacity() * sizeof(Column);
-    for (const Column& column : columns) {
-        bytes += column.chunks.capacity() * sizeof(Chunk);
-        for (const Chunk& chunk : column.chunks)
-            bytes += chunk.capacity * (sizeof(std::uint64_t) + sizeof(std::uint8_t)) + chunk.arenaCapacity;
-    }
-    return static_cast<qint64>(bytes);
+    for (const Column& column : columns) bytes += column.chunks.capacity() * sizeof(Chunk);
+    return static_cast<qint64>(bytes) + held;
 }
 
 }  // namespace zephrin::ado

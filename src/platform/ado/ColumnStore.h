@@ -47,7 +47,9 @@ class ColumnStore {
     static constexpr int ChunkBits = 12;
     static constexpr std::uint32_t ChunkRows = 1U << ChunkBits;
 
-    explicit ColumnStore(int columnCount = 0);
+    /// Takes at most `memoryLimit` bytes (0: no limit); an append beyond them throws
+    /// ErrorNumber::OutOfMemory.
+    explicit ColumnStore(int columnCount = 0, qint64 memoryLimit = 0);
     ~ColumnStore();
     ColumnStore(ColumnStore&&) noexcept;
     ColumnStore& operator=(ColumnStore&&) noexcept;
@@ -192,12 +194,16 @@ class ColumnStore {
         chunk.arenaSize += size;
     }
     void AppendHard(Column& column, CellTag tag, const char* bytes, std::size_t size);
-    static void MakeRoom(Column& column);
-    static void Resize(Chunk& chunk, std::uint32_t capacity);
-    static void ResizeArena(Chunk& chunk, std::size_t capacity);
+    void MakeRoom(Column& column);
+    void Resize(Chunk& chunk, std::uint32_t capacity);
+    void ResizeArena(Chunk& chunk, std::size_t capacity);
+    /// Counts a change of what is taken from the heap, before it is made.
+    void Count(qint64 change);
 
     std::vector<Column> columns;
     qint64 rowCount = 0;
+    qint64 held = 0;  ///< bytes of all chunks
+    qint64 limit = 0;
 };
 
 }  // namespace zephrin::ado

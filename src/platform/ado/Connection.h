@@ -27,11 +27,19 @@ class Connection {
     void SetCommandTimeout(int seconds);
     int CommandTimeout() const { return request.CommandTimeout; }
 
+    /// Bytes that the rows of one recordset may take; 0 is no limit. A quarter of the machine's memory at
+    /// first. What needs more fails with ErrorNumber::OutOfMemory.
+    void SetMemoryLimit(qint64 bytes) { memoryLimit = bytes; }
+    qint64 MemoryLimit() const { return memoryLimit; }
+    /// Who is asked whether to go on while this connection waits, see Watcher; nobody at first.
+    void SetWatcher(Watcher watcher) { request.Waiting->SetWatcher(std::move(watcher)); }
+
     /// Opens with ConnectionString(), or with `connectionString` where that is not empty. 3705 when open,
     /// 3706 when no provider takes the string, else the provider's error.
     void Open(const QString& connectionString = {}, const QString& userId = {}, const QString& password = {},
               int options = -1);
-    /// 3704 when closed.
+    /// 3704 when closed. While something is waited for it ends that as a stop would, and the connection
+    /// behind it.
     void Close();
     ObjectState State() const { return session ? ObjectState::Open : ObjectState::Closed; }
 
@@ -50,6 +58,7 @@ class Connection {
 
     ProviderSet providers;
     OpenRequest request;
+    qint64 memoryLimit;
     /// Shared with the cursors that are still read.
     std::shared_ptr<Session> session;
 };

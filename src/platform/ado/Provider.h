@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ado/Watch.h"
+
 #include <zephrin/ado/Recordset.h>
 
 #include <QList>
@@ -16,15 +18,18 @@ class ColumnStore;
 /// What a connection hands to the provider that opens it.
 struct OpenRequest {
     QString ConnectionString;
-    QString UserId;    ///< empty where the string carries it, or none is needed
+    QString UserId;  ///< empty where the string carries it, or none is needed
     QString Password;
     int ConnectionTimeout = 0;  ///< seconds, 0 waits for ever
     int CommandTimeout = 0;     ///< seconds, 0 waits for ever
+    /// Asked in every wait, here and for as long as the session lives; never null.
+    std::shared_ptr<Watch> Waiting = std::make_shared<Watch>();
 };
 
 struct ExecuteOptions {
     int CommandTimeout = 0;  ///< seconds, 0 waits for ever
-    qint64 MaxRecords = 0;   ///< 0 means no limit; a provider may stop there, the caller stops there in any case
+    qint64 MaxRecords =
+        0;  ///< 0 means no limit; a provider may stop there, the caller stops there in any case
 };
 
 /// The rows of one running statement, forward only.
@@ -45,8 +50,8 @@ class Session {
     virtual std::unique_ptr<Cursor> Execute(const QString& statement, const ExecuteOptions& options) = 0;
     /// Columns TABLE_CATALOG, TABLE_SCHEMA, TABLE_NAME, Table_Type ("TABLE", "VIEW", "SYSTEM TABLE", ...).
     virtual std::unique_ptr<Cursor> Tables() = 0;
-    /// Columns TABLE_NAME, COLUMN_NAME, ORDINAL_POSITION, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH, IS_NULLABLE, in column
-    /// order. No rows for a table that is not there.
+    /// Columns TABLE_NAME, COLUMN_NAME, ORDINAL_POSITION, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH, IS_NULLABLE,
+    /// in column order. No rows for a table that is not there.
     virtual std::unique_ptr<Cursor> Columns(const QString& table) = 0;
     /// False once the connection is known to be lost.
     virtual bool IsAlive() const { return true; }

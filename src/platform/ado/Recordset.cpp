@@ -5,6 +5,8 @@
 #include <zephrin/ado/Error.h>
 #include <zephrin/ado/Recordset.h>
 
+#include <QPointer>
+
 #include <algorithm>
 #include <limits>
 
@@ -67,7 +69,11 @@ void Recordset::Open(const QString& source, Connection& connection, CursorType, 
     d->RequireClosed();
     // One row more than wanted tells whether there were more.
     const bool limited = d->maxRecords > 0 && d->maxRecords < std::numeric_limits<qint64>::max();
-    d->Fetch(*connection.Stream(source, limited ? d->maxRecords + 1 : 0));
+    const QPointer<Recordset> alive(this);
+    const qint64 memoryLimit = connection.MemoryLimit();
+    const std::unique_ptr<Cursor> rows = connection.Stream(source, limited ? d->maxRecords + 1 : 0);
+    if (!alive) throw Cancelled();
+    d->Fetch(*rows, memoryLimit);
 }
 
 void Recordset::Close() {

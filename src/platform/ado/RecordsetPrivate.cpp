@@ -7,6 +7,8 @@
 
 #include <zephrin/ado/Error.h>
 
+#include <QPointer>
+
 #include <algorithm>
 #include <limits>
 #include <new>
@@ -16,8 +18,8 @@ namespace zephrin::ado {
 namespace {
 
 /// Fetches up to `limit` rows, all where it is 0.
-std::shared_ptr<const ColumnStore> FetchAll(Cursor& cursor, qint64 limit) {
-    auto store = std::make_shared<ColumnStore>(static_cast<int>(cursor.Fields().size()));
+std::shared_ptr<const ColumnStore> FetchAll(Cursor& cursor, qint64 limit, qint64 memoryLimit) {
+    auto store = std::make_shared<ColumnStore>(static_cast<int>(cursor.Fields().size()), memoryLimit);
     if (cursor.Fields().isEmpty()) return store;
     qint64 left = limit > 0 ? limit : std::numeric_limits<qint64>::max();
     while (left > 0) {
@@ -53,21 +55,26 @@ void RecordsetPrivate::Drop() {
     Show(std::move(fields), nullptr, nullptr);
 }
 
-void RecordsetPrivate::Fetch(Cursor& cursor) {
+void RecordsetPrivate::Fetch(Cursor& cursor, qint64 memoryLimit) {
+    const QPointer<Recordset> alive(&q);
+    const qint64 wanted = maxRecords;
     std::shared_ptr<const ColumnStore> store;
+    bool more = false;
     try {
-        store = FetchAll(cursor, maxRecords);
+        store = FetchAll(cursor, wanted, memoryLimit);
+        more = wanted > 0 && store->RowCount() == wanted && HasMore(cursor);
     } catch (const std::bad_alloc&) {
         // What was fetched is free again; the caller can say so and go on.
-        throw Error(ErrorNumber::ProviderFailed, QStringLiteral("The rows do not fit into memory."));
+        throw Error(ErrorNumber::OutOfMemory, QStringLiteral("The rows do not fit into memory."));
     }
-    truncated = maxRecords > 0 && store->RowCount() == maxRecords && HasMore(cursor);
+    if (!alive) throw Cancelled();
+    truncated = more;
     Show(FieldList(cursor.Fields()), std::make_unique<FetchedRows>(std::move(store)), nullptr);
 }
 
-RecordsetPtr RecordsetPrivate::RecordsetOf(Cursor& cursor) {
+RecordsetPtr RecordsetPrivate::RecordsetOf(Cursor& cursor, qint64 memoryLimit) {
     auto recordset = std::make_shared<Recordset>();
-    recordset->d->Fetch(cursor);
+    recordset->d->Fetch(cursor, memoryLimit);
     return recordset;
 }
 

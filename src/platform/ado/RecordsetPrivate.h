@@ -20,9 +20,10 @@ class RecordsetPrivate {
     /// be written.
     void Show(FieldList newFields, std::unique_ptr<RowSet> newRows, EditedRows* asEdited);
     void Drop();
-    /// Opens with the rows of `cursor`, at most MaxRecords. When it throws, the recordset is as it was.
-    void Fetch(Cursor& cursor);
-    static RecordsetPtr RecordsetOf(Cursor& cursor);
+    /// Opens with the rows of `cursor`, at most MaxRecords, in at most `memoryLimit` bytes. When it throws,
+    /// the recordset is as it was; where it has gone meanwhile, too.
+    void Fetch(Cursor& cursor, qint64 memoryLimit);
+    static RecordsetPtr RecordsetOf(Cursor& cursor, qint64 memoryLimit);
     /// Takes over columns, rows and order of another recordset.
     void ShareFrom(const RecordsetPrivate& other);
 

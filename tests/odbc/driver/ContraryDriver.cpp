@@ -18,6 +18,9 @@ namespace {
 
 constexpr unsigned HangSeconds = 6;
 
+/// Whether the last statement of any connection was the one that breaks down with its time-out.
+std::atomic<bool> DiedOfTimeout = false;
+
 struct Cell {
     SQLSMALLINT Type;
     SQLULEN Size;
@@ -76,6 +79,9 @@ const std::vector<Cell>& CellsOf(const std::string& scenario) {
         {"fetch", {{SQL_INTEGER, 10, u"1"}}},
         {"warned", {{SQL_INTEGER, 10, u"1"}}},
         {"middle", {{SQL_INTEGER, 10, u"1"}}},
+        {"timeout", {{SQL_INTEGER, 10, u"1"}}},
+        // A row fills a batch, so that many calls fetch them.
+        {"slow", {{SQL_WVARCHAR, 600'000, u"row"}}},
     };
     static const std::vector<Cell> none;
     const auto found = all.find(scenario);
@@ -122,6 +128,12 @@ SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT, SQLUSMALLINT) {
 SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) {
     return SQL_SUCCESS;
 }
+SQLRETURN SQL_API SQLGetConnectAttr(SQLHDBC, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER,
+                                    SQLINTEGER*) {
+    if (attribute == SQL_ATTR_CONNECTION_DEAD)
+        *static_cast<SQLUINTEGER*>(value) = DiedOfTimeout ? SQL_CD_TRUE : SQL_CD_FALSE;
+    return SQL_SUCCESS;
+}
 SQLRETURN SQL_API SQLDisconnect(SQLHDBC) {
     return SQL_SUCCESS;
 }
@@ -158,12 +170,15 @@ SQLRETURN SQL_API SQLGetDiagField(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLSMALLI
 SQLRETURN SQL_API SQLExecDirect(SQLHSTMT statement, SQLCHAR* text, SQLINTEGER length) {
     Handle& handle = *Of(statement);
     handle.Scenario.assign(reinterpret_cast<const char*>(text), size_t(length));
-    handle.RowsLeft = 3;
+    handle.RowsLeft = handle.Scenario == "slow" ? 1000 : 3;
+    DiedOfTimeout = handle.Scenario == "timeout";
     handle.HangsInCancel = handle.Scenario == "hang both";
     if (handle.Scenario == "hang" || handle.Scenario == "hang both") sleep(HangSeconds);
     if (handle.Scenario == "lost") return handle.Fail("08S01", 77, "[Contrary]link broken");
     if (handle.Scenario == "3704") return handle.Fail("42000", 3704, "[Contrary]no permission");
     if (handle.Scenario == "silent") return SQL_ERROR;
+    if (handle.Scenario == "timeout")
+        return handle.Fail("HYT00", 20003, "[Contrary]timed out, and then broke down");
     return SQL_SUCCESS;
 }
 
@@ -217,6 +232,7 @@ SQLRETURN SQL_API SQLFetch(SQLHSTMT statement) {
     Handle& handle = *Of(statement);
     handle.Records.clear();
     if (handle.RowsLeft == 0) return SQL_NO_DATA;
+    if (handle.Scenario == "slow") usleep(200'000);
     SQLRETURN outcome = SQL_SUCCESS;
     SQLULEN row = 0;
     for (; row < handle.BlockRows && handle.RowsLeft > 0; ++row) {

@@ -78,7 +78,7 @@ void FileDatabase::OpenEngine() {
     OpenOptions options;
     options.Path = room.fileName();
     options.Speaks = file.Speaks;
-    engine = std::make_unique<SqliteSession>(options, 0, this);
+    engine = std::make_unique<SqliteSession>(options, 0, std::make_shared<Watch>(), this);
     // Nothing of it outlives the program, so that nothing has to be safe from a sudden end.
     sqlite3_exec(engine->Engine(),
                  "PRAGMA page_size = 4096; PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF;"

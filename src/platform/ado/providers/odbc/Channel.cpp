@@ -9,8 +9,12 @@ constexpr std::chrono::seconds CancelTime{2};
 
 }  // namespace
 
-Channel::Channel(std::unique_ptr<Worker> itsWorker, std::shared_ptr<Link> itsLink, DriverTraits itsTraits)
-    : worker(std::move(itsWorker)), link(std::move(itsLink)), traits(std::move(itsTraits)) {}
+Channel::Channel(std::unique_ptr<Worker> itsWorker, std::shared_ptr<Link> itsLink, DriverTraits itsTraits,
+                 std::shared_ptr<Watch> itsWatch)
+    : worker(std::move(itsWorker)),
+      link(std::move(itsLink)),
+      traits(std::move(itsTraits)),
+      watch(std::move(itsWatch)) {}
 
 Channel::~Channel() {
     Release(std::move(link));
@@ -22,26 +26,31 @@ void Channel::RequireAlive() const {
                 traits.DriverName);
 }
 
-void Channel::NoteFailure(const Error& failure) {
-    if (failure.Number() == ErrorNumber::InvalidConnection) alive = false;
-}
-
 bool Channel::Interrupt(const std::shared_ptr<Statement>& statement,
-                        const std::function<bool(Deadline)>& isBackBy) {
+                        const std::function<bool(Clock::time_point)>& isBackBy) {
     if (!statement) return false;
     // Cancelling can hang too: some drivers make a connection for it.
     Worker canceller;
     const auto cancelled = canceller.Start([statement] { SQLCancel(statement->Handle()); });
-    const Deadline until = Clock::now() + CancelTime;
+    const Clock::time_point until = Clock::now() + CancelTime;
     // Both have to be back, or the handle would be freed under the call that still works on it.
-    if (IsReadyBy(cancelled, until) && isBackBy(until)) return true;
+    if (IsReadyBy(cancelled, until, *watch) && isBackBy(until)) return true;
     canceller.Abandon();
     return false;
 }
 
-void Channel::GiveUp(int seconds) {
+void Channel::GiveUp(WaitEnd end, int seconds) {
     worker->Abandon();
     alive = false;
+    if (end == WaitEnd::Stopped) {
+        const Error stopped = Cancelled();
+        throw Error(
+            stopped.Number(),
+            stopped.Description() +
+                QStringLiteral(
+                    " The database did not answer when it was asked to stop: the connection is given up."),
+            traits.DriverName);
+    }
     throw Error(
         ErrorNumber::TimeoutExpired,
         QStringLiteral("The database did not answer within %1 seconds, nor when it was asked to stop. The "
@@ -50,12 +59,21 @@ void Channel::GiveUp(int seconds) {
         traits.DriverName);
 }
 
-Error Channel::Stopped(int seconds, const Error& failure) const {
+Error Channel::TimedOut(int seconds, const QString& driversWords) const {
     return Error(ErrorNumber::TimeoutExpired,
                  QStringLiteral("The statement was stopped after %1 seconds. %2")
                      .arg(seconds)
-                     .arg(failure.Description()),
-                 failure.Source());
+                     .arg(driversWords)
+                     .trimmed(),
+                 traits.DriverName);
+}
+
+Error Channel::Meant(WaitEnd end, int seconds, const Error& failure) const {
+    // Whatever broke down in the moment of the stop.
+    if (watch->WasStopped()) return Cancelled();
+    // A time-out that took the connection along is one all the same.
+    if (end == WaitEnd::Late) return TimedOut(seconds, failure.Description());
+    return Error(failure.Number(), failure.Description(), failure.Source());
 }
 
 }  // namespace zephrin::ado::odbc

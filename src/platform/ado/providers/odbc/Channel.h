@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ado/providers/odbc/Handles.h"
+#include "platform/ado/providers/odbc/Diagnostics.h"
 #include "platform/ado/providers/odbc/RowBatch.h"
 #include "platform/ado/providers/odbc/Worker.h"
 
@@ -13,12 +13,13 @@ namespace zephrin::ado::odbc {
 
 /// An open connection and the thread on which its driver is called.
 ///
-/// Every call has a deadline that holds whatever the driver does: first the driver is asked to cancel, and
-/// where it doesn't come back even then, the connection is given up and left to its thread. Used from one
-/// thread.
+/// Every call has a deadline that holds whatever the driver does, and can be stopped by the watcher: first
+/// the driver is asked to cancel, and where it doesn't come back even then, the connection is given up and
+/// left to its thread. Used from one thread.
 class Channel {
  public:
-    Channel(std::unique_ptr<Worker> worker, std::shared_ptr<Link> link, DriverTraits traits);
+    Channel(std::unique_ptr<Worker> worker, std::shared_ptr<Link> link, DriverTraits traits,
+            std::shared_ptr<Watch> watch);
     ~Channel();
     Channel(const Channel&) = delete;
     Channel& operator=(const Channel&) = delete;
@@ -27,11 +28,11 @@ class Channel {
     const std::shared_ptr<Link>& Connection() const { return link; }
     bool IsAlive() const { return alive; }
 
-    /// Runs `job`, which works on `statement`, for at most `seconds` (0: without end), and returns what it
-    /// returns. Throws what it throws, ErrorNumber::TimeoutExpired at the deadline, and
-    /// ErrorNumber::InvalidConnection on a connection that is lost already.
+    /// Runs `job`, which works on `statement`, within the time that the statement has left, and returns what
+    /// it returns. Throws what it throws, ErrorNumber::TimeoutExpired where the time is up, Cancelled() where
+    /// it was stopped, and ErrorNumber::InvalidConnection on a connection that is lost already.
     template <class Job>
-    std::invoke_result_t<Job> Run(int seconds, const std::shared_ptr<Statement>& statement, Job job);
+    std::invoke_result_t<Job> Run(Allowance& time, const std::shared_ptr<Statement>& statement, Job job);
 
     /// Has `held` destroyed on the driver's thread, behind the jobs that may still use it.
     template <class T>
@@ -41,35 +42,40 @@ class Channel {
 
  private:
     void RequireAlive() const;
-    void NoteFailure(const Error& failure);
+    Error TimedOut(int seconds, const QString& driversWords) const;
     /// Cancels `statement`; true when the job came back in time afterwards.
     bool Interrupt(const std::shared_ptr<Statement>& statement,
-                   const std::function<bool(Deadline)>& isBackBy);
-    [[noreturn]] void GiveUp(int seconds);
-    Error Stopped(int seconds, const Error& failure) const;
+                   const std::function<bool(Clock::time_point)>& isBackBy);
+    [[noreturn]] void GiveUp(WaitEnd end, int seconds);
+    /// What a failure of the driver means behind a wait that ended so.
+    Error Meant(WaitEnd end, int seconds, const Error& failure) const;
 
     std::unique_ptr<Worker> worker;
     std::shared_ptr<Link> link;
     const DriverTraits traits;
+    const std::shared_ptr<Watch> watch;
     bool alive = true;
 };
 
 template <class Job>
-std::invoke_result_t<Job> Channel::Run(int seconds, const std::shared_ptr<Statement>& statement, Job job) {
+std::invoke_result_t<Job> Channel::Run(Allowance& time, const std::shared_ptr<Statement>& statement,
+                                       Job job) {
     RequireAlive();
+    if (watch->WasStopped()) throw Cancelled();
+    if (time.IsUsedUp()) throw TimedOut(time.Seconds(), {});
+    const Clock::time_point begin = Clock::now();
     auto outcome = worker->Start(std::move(job));
-    // A driver that holds the time-out itself has words of its own for it: it gets a moment to say them.
-    Deadline deadline = DeadlineAfter(seconds);
-    if (deadline) *deadline += std::chrono::milliseconds(500);
-    const bool late = !IsReadyBy(outcome, deadline);
-    if (late && !Interrupt(statement, [&outcome](Deadline until) { return IsReadyBy(outcome, until); }))
-        GiveUp(seconds);
+    const WaitEnd end = WaitFor(outcome, time.Until(), *watch);
+    const auto isBackBy = [&](Clock::time_point until) { return IsReadyBy(outcome, until, *watch); };
+    if (end != WaitEnd::Ready && !Interrupt(statement, isBackBy)) GiveUp(end, time.Seconds());
+    time.Use(Clock::now() - begin);
     try {
         return outcome.get();
+    } catch (const DriverFailure& failure) {
+        if (failure.LosesConnection()) alive = false;
+        throw Meant(end, time.Seconds(), failure);
     } catch (const Error& failure) {
-        NoteFailure(failure);
-        if (late && alive) throw Stopped(seconds, failure);
-        throw;
+        throw Meant(end, time.Seconds(), failure);
     }
 }
 

@@ -47,6 +47,12 @@ int NumberOf(const Diagnostic& diagnostic) {
     }
 }
 
+/// The time-out of a statement; that of a connection, HYT01, is a lost one.
+bool MeansTimeout(const QList<Diagnostic>& diagnostics) {
+    return std::any_of(diagnostics.begin(), diagnostics.end(),
+                       [](const Diagnostic& record) { return record.State == QLatin1StringView("HYT00"); });
+}
+
 }  // namespace
 
 QList<Diagnostic> ReadDiagnostics(SQLSMALLINT kind, SQLHANDLE handle) {
@@ -98,22 +104,29 @@ bool LacksFunction(const Statement& statement) {
     return Leading(ReadDiagnostics(SQL_HANDLE_STMT, statement.Handle())).State == QLatin1StringView("IM001");
 }
 
-Error ToError(const QList<Diagnostic>& diagnostics, Stage stage, const QString& driverName) {
+Error ToError(const QList<Diagnostic>& diagnostics, const QString& driverName) {
     const Diagnostic shown = Leading(diagnostics);
-    const bool lost = stage == Stage::Running && MeansLostConnection(diagnostics);
-    return Error(lost ? ErrorNumber::InvalidConnection : NumberOf(shown), shown.Message,
-                 driverName.isEmpty() ? QStringLiteral("ODBC") : driverName);
+    return Error(NumberOf(shown), shown.Message, driverName.isEmpty() ? QStringLiteral("ODBC") : driverName);
 }
 
+DriverFailure::DriverFailure(const QList<Diagnostic>& diagnostics, const QString& driverName, bool foundDead)
+    : DriverFailure(ToError(diagnostics, driverName), foundDead || MeansLostConnection(diagnostics),
+                    MeansTimeout(diagnostics)) {}
+
+DriverFailure::DriverFailure(const Error& error, bool lostConnection, bool timeout)
+    : Error(timeout          ? ErrorNumber::TimeoutExpired
+            : lostConnection ? ErrorNumber::InvalidConnection
+                             : error.Number(),
+            error.Description(), error.Source()),
+      lost(lostConnection) {}
+
 void FailStatement(const Statement& statement, const QString& driverName) {
-    const Error error =
-        ToError(ReadDiagnostics(SQL_HANDLE_STMT, statement.Handle()), Stage::Running, driverName);
+    const QList<Diagnostic> diagnostics = ReadDiagnostics(SQL_HANDLE_STMT, statement.Handle());
     // Some drivers tell of a dead connection only when asked.
     SQLUINTEGER dead = SQL_CD_FALSE;
     SQLGetConnectAttr(statement.Connection().Handle(), SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER,
                       nullptr);
-    if (dead == SQL_CD_TRUE) throw Error(ErrorNumber::InvalidConnection, error.Description(), error.Source());
-    throw error;
+    throw DriverFailure(diagnostics, driverName, dead == SQL_CD_TRUE);
 }
 
 void CheckStatement(SQLRETURN outcome, const Statement& statement, const QString& driverName) {

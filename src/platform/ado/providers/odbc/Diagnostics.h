@@ -29,16 +29,23 @@ bool MeansLostConnection(const QList<Diagnostic>& diagnostics);
 /// Whether the last call on `statement` failed because the driver doesn't have that function.
 bool LacksFunction(const Statement& statement);
 
-/// What failed decides how the error is numbered.
-enum class Stage {
-    Opening,  ///< always the driver's number
-    Running,  ///< a lost connection is ErrorNumber::InvalidConnection
+/// The error of a failed attempt to connect, in the driver's own words.
+Error ToError(const QList<Diagnostic>& diagnostics, const QString& driverName);
+
+/// The error of a call on an open connection. One that lost it is ErrorNumber::InvalidConnection, but for a
+/// time-out, which stays what it is.
+class DriverFailure : public Error {
+ public:
+    DriverFailure(const QList<Diagnostic>& diagnostics, const QString& driverName, bool foundDead = false);
+    bool LosesConnection() const { return lost; }
+
+ private:
+    DriverFailure(const Error& error, bool lostConnection, bool timeout);
+
+    bool lost;
 };
 
-/// The error of a failed call, in the driver's own words.
-Error ToError(const QList<Diagnostic>& diagnostics, Stage stage, const QString& driverName);
-
-/// Throws the error of a call that failed on `statement`.
+/// Throws the DriverFailure of a call that failed on `statement`.
 [[noreturn]] void FailStatement(const Statement& statement, const QString& driverName);
 
 /// Throws the error of a call on `statement` where `outcome` isn't a success, or a success that tells of an

@@ -21,8 +21,7 @@ namespace {
 std::shared_ptr<Statement> NewStatement(std::shared_ptr<Link> link, const QString& driverName) {
     const SQLHDBC connection = link->Handle();
     auto statement = std::make_shared<Statement>(std::move(link));
-    if (!statement->Handle())
-        throw ToError(ReadDiagnostics(SQL_HANDLE_DBC, connection), Stage::Running, driverName);
+    if (!statement->Handle()) throw DriverFailure(ReadDiagnostics(SQL_HANDLE_DBC, connection), driverName);
     return statement;
 }
 
@@ -105,12 +104,12 @@ OdbcCursor::OdbcCursor(std::shared_ptr<Channel> itsChannel)
     : channel(std::move(itsChannel)), running(std::make_shared<Running>()) {}
 
 void OdbcCursor::Execute(const QString& statement, const ExecuteOptions& options) {
-    timeout = options.CommandTimeout;
+    time = Allowance(options.CommandTimeout);
     const DriverTraits& traits = channel->Traits();
-    running->Handle = channel->Run(
-        timeout, nullptr,
-        [link = channel->Connection(), name = traits.DriverName] { return NewStatement(link, name); });
-    channel->Run(timeout, running->Handle, [running = running, statement, options, traits] {
+    running->Handle = channel->Run(time, nullptr, [link = channel->Connection(), name = traits.DriverName] {
+        return NewStatement(link, name);
+    });
+    channel->Run(time, running->Handle, [running = running, statement, options, traits] {
         running->Columns = ExecuteAndDescribe(*running->Handle, statement, options, traits);
         if (running->Columns.empty()) return;
         running->Batch.emplace(running->Columns, traits, options.MaxRecords);
@@ -134,7 +133,7 @@ qint64 OdbcCursor::Fetch(ColumnStore& into, qint64 maxRows) {
         if (RowsLeft() == 0) {
             if (running->Batch->AtEnd()) break;
             taken = 0;
-            channel->Run(timeout, running->Handle,
+            channel->Run(time, running->Handle,
                          [running = running] { running->Batch->Fill(*running->Handle); });
             continue;
         }

@@ -27,7 +27,7 @@ class OdbcCursor final : public Cursor {
     std::shared_ptr<Running> running;
     QList<Field> fields;
     CellReader reader;
-    int timeout = 0;
+    Allowance time;
     qint64 taken = 0;  ///< rows of the batch that were handed out
 };
 

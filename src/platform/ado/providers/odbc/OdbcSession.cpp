@@ -55,32 +55,34 @@ Connected Connect(const Target& target, int timeout) {
                                                 SQLSMALLINT(target.ConnectionString.size()), nullptr, 0,
                                                 &length, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(outcome))
-        throw ToError(ReadDiagnostics(SQL_HANDLE_DBC, link->Handle()), Stage::Opening, target.DriverName);
+        throw ToError(ReadDiagnostics(SQL_HANDLE_DBC, link->Handle()), target.DriverName);
     link->SetConnected();
     DriverTraits traits = ReadTraits(link->Handle(), target.DriverName);
     return {std::move(link), std::move(traits)};
 }
 
-std::shared_ptr<Channel> OpenChannel(const Target& target, int timeout) {
+std::shared_ptr<Channel> OpenChannel(const Target& target, int timeout, const std::shared_ptr<Watch>& watch) {
     auto worker = std::make_unique<Worker>();
     auto outcome = worker->Start([target, timeout] { return Connect(target, timeout); });
-    Deadline deadline = DeadlineAfter(timeout);
-    if (deadline) *deadline += std::chrono::milliseconds(500);
-    if (!IsReadyBy(outcome, deadline)) {
+    const WaitEnd end = WaitFor(outcome, DeadlineAfter(timeout), *watch);
+    if (end != WaitEnd::Ready) {
+        // No driver can be asked to stop connecting.
         worker->Abandon();
+        if (end == WaitEnd::Stopped) throw Cancelled();
         throw Error(ErrorNumber::TimeoutExpired,
                     QStringLiteral("The server did not answer within %1 seconds.").arg(timeout),
                     target.DriverName.isEmpty() ? QStringLiteral("ODBC") : target.DriverName);
     }
     Connected connected = outcome.get();
     return std::make_shared<Channel>(std::move(worker), std::move(connected.Handle),
-                                     std::move(connected.Traits));
+                                     std::move(connected.Traits), watch);
 }
 
 }  // namespace
 
 OdbcSession::OdbcSession(const Target& target, const OpenRequest& request)
-    : channel(OpenChannel(target, request.ConnectionTimeout)), schemaTimeout(request.CommandTimeout) {}
+    : channel(OpenChannel(target, request.ConnectionTimeout, request.Waiting)),
+      schemaTimeout(request.CommandTimeout) {}
 
 std::unique_ptr<Cursor> OdbcSession::Execute(const QString& statement, const ExecuteOptions& options) {
     auto cursor = std::make_unique<OdbcCursor>(channel);

@@ -48,14 +48,15 @@ std::vector<std::vector<std::optional<QString>>> ReadTexts(const Statement& stat
 /// Runs `read` on a new statement of the connection.
 template <class Read>
 auto OnStatement(Channel& channel, int timeout, Read read) {
-    auto statement = channel.Run(timeout, nullptr,
+    Allowance time(timeout);
+    auto statement = channel.Run(time, nullptr,
                                  [link = channel.Connection()] { return std::make_shared<Statement>(link); });
     struct Releaser {
         Channel& Owner;
         std::shared_ptr<Statement>& Held;
         ~Releaser() { Owner.Release(std::move(Held)); }
     } const releaser{channel, statement};
-    return channel.Run(timeout, statement, [statement, read = std::move(read)] { return read(*statement); });
+    return channel.Run(time, statement, [statement, read = std::move(read)] { return read(*statement); });
 }
 
 QVariant TextOrNull(const std::optional<QString>& text) {

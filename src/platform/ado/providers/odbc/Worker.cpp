@@ -6,12 +6,18 @@ namespace {
 
 /// How long a connection may take to close before it is left to its thread.
 constexpr std::chrono::seconds ClosingTime{3};
+/// For a driver that holds the time-out itself.
+constexpr std::chrono::milliseconds Grace{500};
 
 }  // namespace
 
 Deadline DeadlineAfter(int seconds) {
-    if (seconds <= 0) return std::nullopt;
-    return Clock::now() + std::chrono::seconds(seconds);
+    return Allowance(seconds).Until();
+}
+
+Deadline Allowance::Until() const {
+    if (limit.count() <= 0) return std::nullopt;
+    return Clock::now() + (limit - used) + Grace;
 }
 
 Worker::Worker() : queue(std::make_shared<Queue>()), thread([queue = queue] { Run(queue); }) {}

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/ado/Watch.h"
+
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -17,8 +20,27 @@ using Clock = std::chrono::steady_clock;
 /// A point in time, or none for waiting without end.
 using Deadline = std::optional<Clock::time_point>;
 
-/// `seconds` from now; 0 is no deadline.
+/// `seconds` from now, and the moment that a driver gets to tell of its own time-out in its own words; 0 is
+/// no deadline.
 Deadline DeadlineAfter(int seconds);
+
+/// The time that one statement may take, all calls of it together: executing it and fetching batch after
+/// batch. What the caller does between the calls doesn't count.
+class Allowance {
+ public:
+    /// 0 seconds wait for ever.
+    explicit Allowance(int seconds = 0) : limit(seconds) {}
+
+    int Seconds() const { return int(limit.count()); }
+    bool IsUsedUp() const { return limit.count() > 0 && used >= limit; }
+    /// The end of a call that begins now.
+    Deadline Until() const;
+    void Use(Clock::duration time) { used += time; }
+
+ private:
+    std::chrono::seconds limit;
+    Clock::duration used{0};
+};
 
 /// A thread that runs one job after the other, and that can be left behind.
 ///
@@ -65,12 +87,44 @@ class Worker {
     bool abandoned = false;
 };
 
-/// True when the outcome is there before the deadline.
+enum class WaitEnd {
+    Ready,    ///< the outcome is there
+    Late,     ///< the deadline came first
+    Stopped,  ///< the watcher did not want to wait any longer
+};
+
+/// Waits for the outcome of a job, and asks the watcher meanwhile.
 template <class T>
-bool IsReadyBy(const std::future<T>& outcome, const Deadline& deadline) {
-    if (deadline) return outcome.wait_until(*deadline) == std::future_status::ready;
-    outcome.wait();
-    return true;
+WaitEnd WaitFor(const std::future<T>& outcome, const Deadline& deadline, Watch& watch) {
+    const auto ready = [&](Clock::time_point until) {
+        return outcome.wait_until(until) == std::future_status::ready;
+    };
+    if (!watch.IsWatched() && !deadline) {
+        outcome.wait();
+        return WaitEnd::Ready;
+    }
+    for (;;) {
+        const Clock::time_point next = Clock::now() + std::chrono::milliseconds(Watch::Interval);
+        if (ready(!watch.IsWatched() ? *deadline : deadline ? std::min(*deadline, next) : next))
+            return WaitEnd::Ready;
+        const bool goOn = watch.GoOn();
+        // The watcher may have taken its time.
+        if (ready(Clock::now())) return WaitEnd::Ready;
+        if (!goOn) return WaitEnd::Stopped;
+        if (deadline && Clock::now() >= *deadline) return WaitEnd::Late;
+    }
+}
+
+/// Waits for the outcome until the deadline, whatever the watcher says; it is asked all the same, and keeps
+/// the windows alive. True when the outcome is there.
+template <class T>
+bool IsReadyBy(const std::future<T>& outcome, Clock::time_point deadline, Watch& watch) {
+    do {
+        const auto next = std::min(deadline, Clock::now() + std::chrono::milliseconds(Watch::Interval));
+        if (outcome.wait_until(next) == std::future_status::ready) return true;
+        watch.GoOn();
+    } while (Clock::now() < deadline);
+    return outcome.wait_until(Clock::now()) == std::future_status::ready;
 }
 
 }  // namespace zephrin::ado::odbc

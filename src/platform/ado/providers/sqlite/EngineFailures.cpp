@@ -57,9 +57,11 @@ Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline,
     const QString words = QString::fromUtf8(sqlite3_errmsg(database));
     switch (resultCode & 0xff) {
         case SQLITE_INTERRUPT:
+            if (deadline.WasStopped()) return Cancelled();
             return TimeOver(deadline);
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
+            if (deadline.WasStopped()) return Cancelled();
             return Failure(
                 ErrorNumber::TimeoutExpired,
                 QStringLiteral("Timeout expired: the database is locked by another user%1.")

@@ -13,7 +13,7 @@ bool SqliteProvider::Accepts(const QString& connectionString) const {
 
 std::unique_ptr<Session> SqliteProvider::Open(const OpenRequest& request) const {
     return std::make_unique<sqlite::SqliteSession>(sqlite::ReadConnectionString(request.ConnectionString),
-                                                   request.ConnectionTimeout);
+                                                   request.ConnectionTimeout, request.Waiting);
 }
 
 }  // namespace zephrin::ado::providers

@@ -88,9 +88,11 @@ struct TablesRead {
 
 }  // namespace
 
-SqliteSession::SqliteSession(const OpenOptions& options, int timeout, TableSource* tables)
+SqliteSession::SqliteSession(const OpenOptions& options, int timeout, std::shared_ptr<Watch> watch,
+                             TableSource* tables)
     : dialect(options.Speaks),
       source(tables),
+      waiting(std::move(watch)),
       database(OpenFile(options)),
       catalog(database.get(), dialect, tables) {
     CheckDatabase(options.Path, timeout);
@@ -100,7 +102,7 @@ SqliteSession::SqliteSession(const OpenOptions& options, int timeout, TableSourc
 /// The engine opens any file and looks into it only when asked; asking now makes a wrong file an error of the
 /// connect.
 void SqliteSession::CheckDatabase(const QString& path, int timeout) {
-    Deadline deadline(timeout);
+    Deadline deadline(timeout, waiting);
     const Deadline::Scope scope(database.get(), deadline);
     const int code =
         sqlite3_exec(database.get(), "SELECT 1 FROM main.sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
@@ -111,7 +113,7 @@ void SqliteSession::CheckDatabase(const QString& path, int timeout) {
 }
 
 std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const ExecuteOptions& options) {
-    Deadline deadline(options.CommandTimeout);
+    Deadline deadline(options.CommandTimeout, waiting);
     Translation translation;
     {
         const Deadline::Scope scope(database.get(), deadline);
@@ -144,7 +146,7 @@ void SqliteSession::DefineView(const QString& name, const QString& statement) {
         Translate(QStringLiteral("CREATE VIEW [%1] AS %2").arg(name, statement), dialect, catalog);
     for (const MappedText& step : view.Steps) {
         const int code = sqlite3_exec(database.get(), step.Text().constData(), nullptr, nullptr, nullptr);
-        if (code != SQLITE_OK) throw EngineFailure(database.get(), code, Deadline(0), {dialect});
+        if (code != SQLITE_OK) throw EngineFailure(database.get(), code, Deadline(0, waiting), {dialect});
     }
 }
 
@@ -242,7 +244,7 @@ std::unique_ptr<Cursor> SqliteSession::RunSchemaQuery(const char* sql, const QSt
         return EngineFailure(connection, code, by, {speaks});
     };
     // Whoever changes the schema holds the lock for a moment only.
-    Deadline deadline(30);
+    Deadline deadline(30, waiting);
     StatementHandle prepared;
     {
         const Deadline::Scope scope(connection, deadline);

@@ -14,7 +14,10 @@ class SqliteSession final : public Session {
  public:
     /// Opens the file or throws; `timeout` bounds the wait for a file that is locked (0 waits for ever).
     /// `tables` makes and fills tables when statements ask for them; such a session is for reading alone.
-    SqliteSession(const OpenOptions& options, int timeout, TableSource* tables = nullptr);
+    SqliteSession(const OpenOptions& options, int timeout, std::shared_ptr<Watch> watch,
+                  TableSource* tables = nullptr);
+    /// Who is asked from the next call on, where several connections share this session one after the other.
+    void SetWatch(std::shared_ptr<Watch> watch) { waiting = std::move(watch); }
 
     std::unique_ptr<Cursor> Execute(const QString& statement, const ExecuteOptions& options) override;
     std::unique_ptr<Cursor> Tables() override;
@@ -35,6 +38,7 @@ class SqliteSession final : public Session {
 
     Dialect dialect;
     TableSource* source;
+    std::shared_ptr<Watch> waiting;
     DatabaseHandle database;
     SchemaCatalog catalog;
 };
