@@ -83,7 +83,7 @@ Error EngineFailure(sqlite3* database, int resultCode, const Deadline& deadline,
         case SQLITE_ERROR:
             return StatementFailure(words, task);
         case SQLITE_MISMATCH:
-            return Failure(FailureNumber::Conversion, words);
+            return UnpackedFailure(words);
         default:
             return Failure(ErrorNumber::ProviderFailed, words);
     }

@@ -2,6 +2,7 @@
 
 #include "platform/ado/ColumnStore.h"
 #include "platform/ado/providers/sqlite/values/DateText.h"
+#include "platform/ado/providers/sqlite/values/Exact.h"
 #include "platform/ado/providers/sqlite/values/TypeMap.h"
 
 #include <array>
@@ -45,8 +46,20 @@ void AppendPlain(ColumnStore& into, sqlite3_stmt* statement, int column) {
     }
 }
 
+std::optional<Exact> WideAt(sqlite3_stmt* statement, int column) {
+    const void* const bytes = sqlite3_column_blob(statement, column);
+    return OfWide(bytes, sqlite3_column_bytes(statement, column));
+}
+
 bool AppendCurrency(ColumnStore& into, sqlite3_stmt* statement, int column) {
     const int type = sqlite3_column_type(statement, column);
+    if (type == SQLITE_BLOB) {
+        const std::optional<Exact> wide = WideAt(statement, column);
+        const std::optional<Exact> money = wide ? Rescaled(*wide, MoneyScale) : wide;
+        if (!money || money->Units != std::int64_t(money->Units)) return false;
+        into.AppendCurrency(column, std::int64_t(money->Units));
+        return true;
+    }
     if (type != SQLITE_INTEGER && type != SQLITE_FLOAT) return false;
     const double value = sqlite3_column_double(statement, column);
     if (!(std::fabs(value) < LargestMoney)) return false;
@@ -57,6 +70,13 @@ bool AppendCurrency(ColumnStore& into, sqlite3_stmt* statement, int column) {
 /// Exact decimals come out with the digits that their column declares.
 bool AppendExact(ColumnStore& into, sqlite3_stmt* statement, int column, int scale) {
     const int type = sqlite3_column_type(statement, column);
+    if (type == SQLITE_BLOB) {
+        const std::optional<Exact> wide = WideAt(statement, column);
+        if (!wide) return false;
+        const QByteArray text = ToDigits(*wide);
+        into.AppendDecimal(column, text.constData(), text.size());
+        return true;
+    }
     if (type != SQLITE_INTEGER && type != SQLITE_FLOAT) return false;
     std::array<char, 400> digits;
     const auto written =

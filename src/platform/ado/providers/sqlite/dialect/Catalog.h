@@ -10,6 +10,8 @@ namespace zephrin::ado::providers::sqlite {
 struct CatalogColumn {
     QString Name;
     ColumnType Type;
+    /// False for a column that a query makes, whose values are of its type for certain.
+    bool IsStored = true;
 };
 
 struct CatalogTable {

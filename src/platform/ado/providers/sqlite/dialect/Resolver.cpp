@@ -2,6 +2,7 @@
 
 #include "platform/ado/providers/sqlite/dialect/Limits.h"
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
+#include "platform/ado/providers/sqlite/values/Exact.h"
 
 #include <QSet>
 
@@ -50,6 +51,7 @@ QList<OutputColumn> Resolver::ResolveQuery(Query& query, const Scope* outer) {
         // The first arm names the columns of all.
         if (output.isEmpty()) output = columns;
     }
+    if (query.Arms.size() > 1) UniteArms(query, output);
     if (query.Arms.size() > 1 || query.Arms.front().Nested) {
         for (OrderItem& item : query.OrderBy) {
             if (ResolveOrdinal(*item.Value, output)) continue;
@@ -61,19 +63,96 @@ QList<OutputColumn> Resolver::ResolveQuery(Query& query, const Scope* outer) {
     return output;
 }
 
+namespace {
+
+QList<OutputColumn>& OutputOf(QueryArm& arm) {
+    return arm.Nested ? OutputOf(arm.Nested->Arms.front()) : arm.Core.Output;
+}
+
+/// Writes stars out as the columns that they stand for, so that one of them can be converted.
+void WriteOutStars(SelectCore& core) {
+    std::vector<SelectItem> items;
+    size_t star = 0;
+    for (SelectItem& item : core.Items) {
+        if (item.Value->Kind != ExpressionKind::Star) {
+            items.push_back(std::move(item));
+            continue;
+        }
+        for (const StarColumn& column : core.Stars[star]) {
+            ExpressionPtr value = std::make_unique<Expression>();
+            value->Kind = ExpressionKind::Column;
+            value->At = item.Value->At;
+            value->Qualifier = column.Source;
+            value->Name = column.Name;
+            value->Type = column.Type;
+            value->IsStored = column.IsStored;
+            items.push_back({std::move(value), QString()});
+        }
+        ++star;
+    }
+    core.Items = std::move(items);
+    core.Stars.clear();
+}
+
+}  // namespace
+
+/// The columns of all arms become of one type each.
+void Resolver::UniteArms(Query& query, QList<OutputColumn>& output) {
+    for (QueryArm& arm : query.Arms)
+        if (OutputOf(arm).size() != output.size())
+            throw Failure(
+                FailureNumber::Statement,
+                QStringLiteral("All queries combined using a UNION, INTERSECT or EXCEPT operator must have "
+                               "an equal number of expressions in their target lists."),
+                arm.Core.At.From);
+    for (qsizetype column = 0; column < output.size(); ++column) {
+        std::vector<ColumnType> types;
+        bool differ = false;
+        for (QueryArm& arm : query.Arms) {
+            const OutputColumn& one = OutputOf(arm)[column];
+            output[column].IsStored = output[column].IsStored || one.IsStored;
+            const bool isNull = !arm.Nested && arm.Core.Stars.empty() &&
+                                arm.Core.Items[size_t(column)].Value->Kind == ExpressionKind::Null;
+            if (isNull) continue;
+            types.push_back(one.Type);
+            differ = differ || !(one.Type == types.front());
+        }
+        if (types.empty()) continue;
+        const ColumnType common = CommonType(types, Meeting::Chosen, speaks);
+        const bool stored = output[column].IsStored;
+        output[column].Type = common;
+        if (!differ && !(IsWide(common) && stored)) continue;
+        for (QueryArm& arm : query.Arms) {
+            if (arm.Nested) {
+                if (sqlite::FamilyOf(OutputOf(arm)[column].Type) == sqlite::FamilyOf(common)) continue;
+                throw NoConversion(speaks, NameOf(OutputOf(arm)[column].Type, speaks), NameOf(common, speaks),
+                                   false, output[column].Name, arm.Core.At.From);
+            }
+            if (!arm.Core.Stars.empty() && arm.Core.StarsAreDistinct) WriteOutStars(arm.Core);
+            if (!arm.Core.Stars.empty()) continue;
+            ConvertTo(arm.Core.Items[size_t(column)].Value, common, Asked::Implicitly, true);
+            arm.Core.Output[column].Type = common;
+        }
+    }
+}
+
 void Resolver::ResolveCore(SelectCore& core, Scope& scope) {
     for (const SourcePtr& source : core.From) AddSource(*source, scope);
     for (const SourcePtr& source : core.From) ResolveConditions(*source, scope);
     ResolveItems(core, scope);
     if (core.Where) {
         ResolveExpression(*core.Where, scope);
+        WantCondition(core.Where.get());
         RefuseAggregate(core.Where.get());
     }
     for (const ExpressionPtr& key : core.GroupBy) {
         ResolveExpression(*key, scope);
+        WantValue(*key);
         RefuseAggregate(key.get());
     }
-    if (core.Having) ResolveExpression(*core.Having, scope);
+    if (!core.Having) return;
+    ResolveExpression(*core.Having, scope);
+    WantCondition(core.Having.get());
 }
 
 /// A name in ORDER BY means an alias of the query before it means a column.
@@ -84,6 +163,7 @@ void Resolver::ResolveOrder(Query& query, const Scope* scope) {
         if (ResolveOrdinal(value, core.Output)) continue;
         if (value.Kind == ExpressionKind::Column && ResolveAlias(value, core.Output, true, &core)) continue;
         ResolveExpression(value, *scope);
+        WantValue(value);
     }
 }
 
@@ -139,7 +219,7 @@ void Resolver::AddSource(Source& source, Scope& scope) {
     }
     ScopeSource derived{source.Alias, {}};
     for (const OutputColumn& column : ResolveQuery(*source.Nested, scope.Outer))
-        derived.Columns.append({column.Name, column.Type});
+        derived.Columns.append({column.Name, column.Type, column.IsStored});
     scope.Sources.push_back(std::move(derived));
 }
 
@@ -149,6 +229,7 @@ void Resolver::ResolveConditions(Source& source, const Scope& scope) {
     ResolveConditions(*source.Right, scope);
     if (!source.On) return;
     ResolveExpression(*source.On, scope);
+    WantCondition(source.On.get());
     RefuseAggregate(source.On.get());
 }
 
@@ -160,7 +241,8 @@ void Resolver::ResolveItems(SelectCore& core, const Scope& scope) {
             continue;
         }
         ResolveExpression(*item.Value, scope);
-        OutputColumn column{item.Alias, item.Value->Type, true};
+        WantValue(*item.Value);
+        OutputColumn column{item.Alias, item.Value->Type, true, item.Value->IsStored};
         if (item.Alias.isEmpty() && item.Value->Kind == ExpressionKind::Column)
             column.Name = item.Value->Name;
         if (column.Name.isEmpty()) {
@@ -185,8 +267,8 @@ void Resolver::ExpandStar(const Expression& star, SelectCore& core, const Scope&
             if (seen.contains(key) || source.Name.isEmpty()) core.StarsAreDistinct = false;
             seen.insert(key);
             if (core.Output.size() >= Limits::Columns) throw TooManyColumns(star.At.From);
-            columns.append({source.Name, column.Name, column.Type});
-            core.Output.append({column.Name, column.Type, true});
+            columns.append({source.Name, column.Name, column.Type, column.IsStored});
+            core.Output.append({column.Name, column.Type, true, column.IsStored});
         }
     }
     if (!found) {
@@ -208,8 +290,12 @@ void Resolver::ResolveChange(Statement& statement) {
             throw NoSuchColumn(speaks, QString(), assignment.Column, assignment.At.From);
         assignment.Type = found->Type;
         ResolveExpression(*assignment.Value, scope);
+        WantValue(*assignment.Value);
     }
-    if (statement.Where) ResolveExpression(*statement.Where, scope);
+    if (statement.Where) {
+        ResolveExpression(*statement.Where, scope);
+        WantCondition(statement.Where.get());
+    }
     const Scope none = NewScope(nullptr);
     for (std::vector<ExpressionPtr>& row : statement.Rows)
         for (ExpressionPtr& value : row) ResolveExpression(*value, none);

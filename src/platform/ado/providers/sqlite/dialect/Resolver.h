@@ -6,6 +6,8 @@
 
 namespace zephrin::ado::providers::sqlite {
 
+struct FunctionInfo;
+
 /// Finds what every name of a tree means and which type every expression has, and refuses what the server of
 /// the dialect refuses: names that mean nothing or two things, columns that are neither grouped nor
 /// aggregated.
@@ -31,6 +33,7 @@ class Resolver {
     // --- Queries (Resolver.cpp)
     QList<OutputColumn> ResolveQuery(Query& query, const Scope* outer);
     void ResolveCore(SelectCore& core, Scope& scope);
+    void UniteArms(Query& query, QList<OutputColumn>& output);
     void ResolveOrder(Query& query, const Scope* scope);
     bool ResolveAlias(Expression& value, const QList<OutputColumn>& output, bool aliasesOnly,
                       const SelectCore* core);
@@ -55,11 +58,33 @@ class Resolver {
     void ResolveExpression(Expression& value, const Scope& scope);
     void ResolveColumn(Expression& column, const Scope& scope);
     bool FindColumn(Expression& column, const Scope& scope) const;
-    void SetType(Expression& value) const;
-    ColumnType TypeOfFunction(const Expression& call) const;
-    ColumnType TypeOfAggregate(const Expression& call) const;
-    ColumnType TypeOfArithmetic(const Expression& value) const;
-    ColumnType TypeOfBranches(const Expression& value) const;
+    void SetType(Expression& value);
+    ColumnType TypeOfNumber(const Expression& number) const;
+    // --- Operators (ResolverOperators.cpp)
+    static bool IsCondition(const Expression& value);
+    Family FamilyOf(const Expression& value) const;
+    void ResolveOperator(Expression& value);
+    void ResolveSign(Expression& value);
+    void ResolveArithmetic(Expression& value);
+    void ResolveComparison(Expression& value);
+    void WantValues(const Expression& value, size_t from = 0) const;
+    void WantValue(const Expression& value) const;
+    void WantCondition(const Expression* value) const;
+    /// Puts a conversion around an operand that is of another type; refuses what never becomes one.
+    /// `chosen`: the value will be held among others of that type, in the form of which there is but one.
+    void ConvertTo(ExpressionPtr& operand, const ColumnType& type, Asked how = Asked::Implicitly,
+                   bool chosen = false) const;
+    /// Brings operands to what they have in common.
+    ColumnType Unite(const std::vector<ExpressionPtr*>& operands, Meeting how) const;
+    ColumnType TextType() const;
+    // --- Functions, conversions and choices (ResolverFunctions.cpp)
+    void ResolveFunction(Expression& call);
+    void ResolveArguments(Expression& call, const FunctionInfo& info);
+    void TakeArgument(ExpressionPtr& argument, char as) const;
+    void ResolveAggregate(Expression& call);
+    void ResolveCast(Expression& cast);
+    void ResolveCase(Expression& value);
+    void Wrap(Expression& value, const ColumnType& type) const;
     ColumnType DateType() const;
     QString Spelled(const Range& at) const { return text.sliced(at.From, at.To - at.From); }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ado/providers/sqlite/values/TypeMap.h"
+#include "platform/ado/providers/sqlite/dialect/TypeRules.h"
 
 #include <QList>
 #include <QString>
@@ -49,6 +49,7 @@ enum class ExpressionKind : quint8 {
     Cast,      ///< value, style where given; Name: the type as typed; Type: what it means
     Case,      ///< operand where HasOperand, then pairs of WHEN and THEN, ELSE last where HasElse
     Keyword,   ///< Name: a part of a date, as DATEPART takes it
+    Convert,   ///< the operand as the type that its place wants; nobody types it, the resolver puts it there
 };
 
 struct Expression {
@@ -69,6 +70,10 @@ struct Expression {
 
     // Known after the names were resolved.
     ColumnType Type;
+    /// What the operator does with its operands.
+    Does What = Does::AsFound;
+    /// The value is handed on as a file holds it, which need not be what its column declares.
+    bool IsStored = false;
     /// Which source of which depth a column comes from, so that two spellings of one column are the same.
     QString Identity;
     /// In ORDER BY, which column of the query it stands for, from 0; -1 for an expression of its own.
@@ -116,6 +121,7 @@ struct OutputColumn {
     ColumnType Type;
     /// False for an expression that a server leaves without a name, or names by itself.
     bool IsNamed = true;
+    bool IsStored = false;
 };
 
 /// A column that a star stands for.
@@ -123,6 +129,7 @@ struct StarColumn {
     QString Source;
     QString Name;
     ColumnType Type;
+    bool IsStored = true;
 };
 
 struct SelectCore {

@@ -131,6 +131,12 @@ Error NotANumber(Dialect dialect, const QString& text, const QString& type, qsiz
                QStringLiteral("Data type mismatch in criteria expression: '%1' is not a number.").arg(text));
 }
 
+Error NumberTooLarge(Dialect dialect, const QString& type, qsizetype position) {
+    return Say(dialect, FailureNumber::Overflow, position,
+               QStringLiteral("Arithmetic overflow error converting expression to data type %1.").arg(type),
+               QStringLiteral("Overflow."));
+}
+
 Error NotGrouped(Dialect dialect, const QString& expression, const QString& clause, qsizetype position) {
     return Say(
         dialect, FailureNumber::Statement, position,
@@ -164,6 +170,45 @@ Error NameIsTaken(Dialect dialect, const QString& name) {
     return Say(dialect, FailureNumber::Statement, -1,
                QStringLiteral("There is already an object named '%1' in the database.").arg(name),
                QStringLiteral("The object '%1' could not be created: the name is already used.").arg(name));
+}
+
+Error WrongOperand(Dialect dialect, const QString& what, const QString& type, const QString& shown,
+                   qsizetype position) {
+    return Say(dialect, FailureNumber::Conversion, position,
+               QStringLiteral("Operand data type %1 is invalid for %2 operator.").arg(type, what),
+               QStringLiteral("Data type mismatch in expression '%1'.").arg(shown));
+}
+
+Error WrongOperands(Dialect dialect, const QString& what, const QString& left, const QString& right,
+                    const QString& shown, qsizetype position) {
+    if (left == right) return WrongOperand(dialect, what, left, shown, position);
+    return Say(dialect, FailureNumber::Conversion, position,
+               QStringLiteral("The data types %1 and %2 are incompatible in the %3 operator.")
+                   .arg(left, right, what),
+               QStringLiteral("Data type mismatch in expression '%1'.").arg(shown));
+}
+
+Error NoConversion(Dialect dialect, const QString& from, const QString& to, bool asked, const QString& shown,
+                   qsizetype position) {
+    return Say(
+        dialect, FailureNumber::Conversion, position,
+        asked ? QStringLiteral("Explicit conversion from data type %1 to %2 is not allowed.").arg(from, to)
+              : QStringLiteral("Operand type clash: %1 is incompatible with %2.").arg(from, to),
+        QStringLiteral("Data type mismatch in expression '%1'.").arg(shown));
+}
+
+Error NotACondition(Dialect dialect, const QString& shown, qsizetype position) {
+    return Say(dialect, FailureNumber::Statement, position,
+               QStringLiteral("An expression of non-boolean type specified in a context where a condition is "
+                              "expected, near '%1'.")
+                   .arg(shown),
+               QStringLiteral("Data type mismatch in criteria expression '%1'.").arg(shown));
+}
+
+Error NoSuchType(Dialect dialect, const QString& name, qsizetype position) {
+    return Say(dialect, FailureNumber::Statement, position,
+               QStringLiteral("Type %1 is not a defined system type.").arg(name),
+               QStringLiteral("The type %1 is not known.").arg(name));
 }
 
 Error IncompatibleTypes(Dialect dialect, const QString& what, qsizetype position) {

@@ -27,10 +27,20 @@ Error WrongArguments(Dialect dialect, const QString& name, qsizetype position);
 Error BadTop(Dialect dialect, const QString& typed, bool percent, qsizetype position);
 Error NotADate(Dialect dialect, const QString& text, qsizetype position);
 Error NotANumber(Dialect dialect, const QString& text, const QString& type, qsizetype position);
+Error NumberTooLarge(Dialect dialect, const QString& type, qsizetype position);
 Error NotGrouped(Dialect dialect, const QString& expression, const QString& clause, qsizetype position);
 Error OrderNotSelected(Dialect dialect, const QString& expression, qsizetype position);
 Error AggregateMisplaced(Dialect dialect, const QString& expression, qsizetype position);
 Error NameIsTaken(Dialect dialect, const QString& name);
+/// An operator or function (`what`, in the server's word) that takes no such operands.
+Error WrongOperand(Dialect dialect, const QString& what, const QString& type, const QString& shown,
+                   qsizetype position);
+Error WrongOperands(Dialect dialect, const QString& what, const QString& left, const QString& right,
+                    const QString& shown, qsizetype position);
+Error NoConversion(Dialect dialect, const QString& from, const QString& to, bool asked, const QString& shown,
+                   qsizetype position);
+Error NotACondition(Dialect dialect, const QString& shown, qsizetype position);
+Error NoSuchType(Dialect dialect, const QString& name, qsizetype position);
 Error IncompatibleTypes(Dialect dialect, const QString& what, qsizetype position);
 
 }  // namespace zephrin::ado::providers::sqlite

@@ -2,6 +2,7 @@
 
 #include "platform/ado/providers/sqlite/dialect/Translation.h"
 #include "platform/ado/providers/sqlite/dialect/Tree.h"
+#include "platform/ado/providers/sqlite/values/Exact.h"
 
 namespace zephrin::ado::providers::sqlite {
 
@@ -14,16 +15,30 @@ class Writer {
  public:
     /// `forView` writes what may be kept in the file: without a collation that only this provider knows.
     Writer(const QString& statement, Dialect dialect, bool forView)
-        : text(statement), speaks(dialect), collation(forView ? " COLLATE NOCASE" : " COLLATE ZEPHRIN") {}
+        : text(statement),
+          speaks(dialect),
+          collation(forView ? " COLLATE NOCASE" : " COLLATE ZEPHRIN"),
+          isStoring(forView) {}
 
     void WriteQuery(const Query& query);
     void WriteStatement(const Statement& statement);
     MappedText Take() { return std::move(out); }
 
  private:
-    /// What two values are compared as.
-    enum class As : quint8 { Raw, Text, Date, Truth, Number };
+    /// What values are compared as: exact numbers of many digits as blobs with so many places.
+    enum class As : quint8 { Raw, Text, Date, Truth, Wide };
+    struct Comparing {
+        As How = As::Raw;
+        int Scale = 0;
+    };
     class Level;
+    struct QueryDepth {
+        explicit QueryDepth(int& of) : depth(of) { ++depth; }
+        ~QueryDepth() { --depth; }
+        QueryDepth(const QueryDepth&) = delete;
+        QueryDepth& operator=(const QueryDepth&) = delete;
+        int& depth;
+    };
 
     // --- Queries (WriterQueries.cpp)
     void WriteArm(const QueryArm& arm, bool alone, bool distinct);
@@ -38,7 +53,8 @@ class Writer {
     void WriteLimit(const TopClause& top);
     void WriteShare(const SelectCore& core, bool distinct, const std::vector<OrderItem>& order);
     void WriteChange(const Statement& statement);
-    void WriteStored(const Expression& value, DataType column);
+    void WriteStored(const Expression& value, const ColumnType& column);
+    void WriteItem(const Expression& value, bool distinct);
     /// A value that rows are grouped, sorted or made distinct by.
     void WriteKey(const Expression& value);
 
@@ -51,25 +67,33 @@ class Writer {
     void WriteCase(const Expression& value);
     void WriteCast(const Expression& value);
     void WriteFunction(const Expression& call);
-    void WriteArgument(const Expression& value, bool asText);
+    void WriteNullIf(const Expression& call);
     void WriteAggregate(const Expression& call);
     void WriteDate(const QString& literal, const Expression& at);
+    void WriteNumeral(const Expression& number);
+
+    // --- Conversions (WriterConversions.cpp)
+    void WriteConversion(const Expression& value, const ColumnType& type, const Expression* style = nullptr);
+    bool WriteReadText(const Expression& text, const ColumnType& type);
+    void WriteExact(const Exact& value, const ColumnType& type);
+    void WriteWide(const Expression& value, int scale);
+    QByteArray Spec(const ColumnType& type, const Expression& at, int leftScale = 0,
+                    int rightScale = 0) const;
 
     // --- Arithmetic (WriterArithmetic.cpp)
     void WriteUnary(const Expression& value);
     void WriteArithmetic(const Expression& value);
-    bool WriteDateArithmetic(const Expression& value);
-    void WritePlus(const Expression& value);
-    void WriteDivision(const Expression& value);
+    void WriteAsFound(const Expression& value);
+    void WriteOperands(const Expression& value);
     void WriteOperand(const Expression& value);
     void WriteInfix(const Expression& value, const char* symbol);
     void WriteLogic(const Expression& value);
 
     // --- Comparisons (WriterComparisons.cpp)
-    static As Decide(const std::vector<const Expression*>& values);
-    void WriteCompared(const Expression& value, As as);
+    static Comparing Decide(const std::vector<const Expression*>& values);
+    void WriteCompared(const Expression& value, Comparing as);
+    void WriteCondition(const Expression& value);
     void WriteTruth(const Expression& value);
-    void WriteNumber(const Expression& value);
     void WriteComparison(const Expression& left, const QString& symbol, const Expression& right);
     void WriteBetween(const Expression& value);
     void WriteInList(const Expression& value);
@@ -80,13 +104,18 @@ class Writer {
     static bool IsComparedAsText(DataType type) {
         return type == DataType::Empty || type == DataType::Guid || IsTextType(type);
     }
-    const char* CollationFor(As as) const { return as == As::Text ? collation : ""; }
+    const char* CollationFor(Comparing as) const { return as.How == As::Text ? collation : ""; }
 
     QString text;
     Dialect speaks;
     const char* collation;
     /// Whether the order of the tables of the FROM in hand shows nowhere.
     bool mayTurnJoins = true;
+    /// Whether what comes out is kept in the file: in the form that columns have, which other programs read
+    /// too.
+    bool isStoring = false;
+    /// Queries in one another, the outermost being 1.
+    int depth = 0;
     int level = 0;
     int deepest = 0;
     MappedText out;

@@ -1,24 +1,30 @@
-#include "platform/ado/providers/sqlite/dialect/Wording.h"
 #include "platform/ado/providers/sqlite/dialect/Writer.h"
 
 namespace zephrin::ado::providers::sqlite {
 
 namespace {
 
-/// A number other than 0 as typed: dividing by it can't fail.
-bool IsSafeDivisor(const Expression& value) {
-    return value.Kind == ExpressionKind::Number && value.Name.toDouble() != 0;
+int PlacesOf(const ColumnType& type) {
+    if (FamilyOf(type) == Family::Money) return MoneyScale;
+    return FamilyOf(type) == Family::Decimal ? type.NumericScale : 0;
 }
 
 }  // namespace
 
 /// A truth that is reckoned with is a number: -1 in a file.
 void Writer::WriteOperand(const Expression& value) {
-    const bool truth = value.Type.Type == DataType::Boolean && value.Kind != ExpressionKind::Truth;
+    const bool truth = value.Type.Type == DataType::Boolean && value.Kind != ExpressionKind::Truth &&
+                       value.Kind != ExpressionKind::Null;
     if (!truth) return Write(value);
     out << (IsFileDialect(speaks) ? "(-(" : "((");
     Write(value);
     out << " <> 0))";
+}
+
+void Writer::WriteOperands(const Expression& value) {
+    WriteOperand(*value.Operands[0]);
+    out << ", ";
+    WriteOperand(*value.Operands[1]);
 }
 
 void Writer::WriteInfix(const Expression& value, const char* symbol) {
@@ -30,28 +36,79 @@ void Writer::WriteInfix(const Expression& value, const char* symbol) {
 }
 
 void Writer::WriteUnary(const Expression& value) {
-    out << "(" << value.Name.toLatin1() << " ";
-    WriteOperand(*value.Operands.front());
-    out << ")";
+    const Expression& operand = *value.Operands.front();
+    const Family family = FamilyOf(operand.Type);
+    if (value.Name == u"+") return Write(operand);
+    if (value.Name == u"~") {
+        // The other of two truths, or all bits of a number.
+        out << (family == Family::Truth ? "(1 - " : "(~ ");
+        WriteOperand(operand);
+        out << ")";
+        return;
+    }
+    const bool literal = operand.Kind == ExpressionKind::Number && !IsWide(value.Type);
+    if (literal || family == Family::Unknown) {
+        out << (literal ? "(- " : "(- zx_num(");
+        Write(operand);
+        out << (literal ? ")" : "))");
+        return;
+    }
+    out << "zx_minus(";
+    WriteOperand(operand);
+    out << ", " << Spec(value.Type, value, PlacesOf(operand.Type)) << ")";
 }
 
 void Writer::WriteArithmetic(const Expression& value) {
+    const auto call = [&](const char* function) {
+        out << function << "(";
+        WriteOperands(value);
+        out << ", "
+            << Spec(value.Type, value, PlacesOf(value.Operands[0]->Type), PlacesOf(value.Operands[1]->Type))
+            << ")";
+    };
+    switch (value.What) {
+        case Does::Join:
+            if (value.Name == u"+") return WriteInfix(value, "||");
+            out << "zx_amp(";
+            WriteOperands(value);
+            out << ")";
+            return;
+        case Does::Reckon:
+        case Does::Divide:
+            if (value.Name == u"+") return call("zx_add");
+            if (value.Name == u"-") return call("zx_subtract");
+            if (value.Name == u"*") return call("zx_multiply");
+            return call(value.Name == u"/" ? "zx_divide" : "zx_remainder");
+        case Does::Whole:
+            return call(value.Name == u"MOD" ? "zx_remainder" : "zx_wholediv");
+        case Does::Power:
+            out << "zx_power(";
+            WriteOperands(value);
+            out << ")";
+            return;
+        case Does::Move:
+            return call(value.Name == u"+" ? "zx_date_plus" : "zx_date_minus");
+        case Does::Between:
+            out << "zx_days_between(";
+            WriteOperands(value);
+            out << ")";
+            return;
+        case Does::Bits:
+            if (value.Name != u"^") return WriteInfix(value, value.Name.toLatin1().constData());
+            out << "zx_xor(";
+            WriteOperands(value);
+            out << ")";
+            return;
+        case Does::AsFound:
+        case Does::Refuse:
+            return WriteAsFound(value);
+    }
+}
+
+/// Where no type is known, each row's values decide.
+void Writer::WriteAsFound(const Expression& value) {
     const QString& name = value.Name;
-    if (WriteDateArithmetic(value)) return;
-    if (name == u"+") return WritePlus(value);
-    if (name == u"/") return WriteDivision(value);
-    const char* function = nullptr;
-    if (name == u"&" && IsFileDialect(speaks)) function = "zx_amp";
-    if (name == u"^") function = IsFileDialect(speaks) ? "zx_power" : "zx_xor";
-    if (name == u"\\") function = "zx_wholediv";
-    if (name == u"%" || name == u"MOD") function = "zx_mod";
-    if (!function) {
-        const bool texts =
-            IsTextType(value.Operands[0]->Type.Type) || IsTextType(value.Operands[1]->Type.Type);
-        if (texts && (name == u"&" || name == u"|"))
-            throw IncompatibleTypes(speaks, text.sliced(value.At.From, value.At.To - value.At.From),
-                                    value.At.From);
-        if (!texts) return WriteInfix(value, name.toLatin1().constData());
+    if (name == u"-" || name == u"*") {
         out << "(zx_num(";
         WriteOperand(*value.Operands[0]);
         out << ") " << name.toLatin1() << " zx_num(";
@@ -59,81 +116,23 @@ void Writer::WriteArithmetic(const Expression& value) {
         out << "))";
         return;
     }
-    out << function << "(";
-    WriteArgument(*value.Operands[0], name == u"&");
-    out << ", ";
-    WriteArgument(*value.Operands[1], name == u"&");
-    out << ")";
-}
-
-/// Days added to a date, and the days between two.
-bool Writer::WriteDateArithmetic(const Expression& value) {
-    const bool left = IsDateType(value.Operands[0]->Type.Type);
-    const bool right = IsDateType(value.Operands[1]->Type.Type);
-    if ((!left && !right) || (value.Name != u"+" && value.Name != u"-")) return false;
-    if (value.Name == u"-" && left && right)
-        out << "zx_days_between(";
-    else
-        out << (value.Name == u"+" ? "zx_date_plus(" : "zx_date_minus(");
-    Write(*value.Operands[0]);
-    out << ", ";
-    Write(*value.Operands[1]);
-    out << ")";
-    return true;
-}
-
-void Writer::WritePlus(const Expression& value) {
-    const DataType left = value.Operands[0]->Type.Type;
-    const DataType right = value.Operands[1]->Type.Type;
-    if (IsTextType(left) && IsTextType(right)) return WriteInfix(value, "||");
-    const auto reckons = [](DataType type) { return IsNumberType(type) || type == DataType::Boolean; };
-    if (reckons(left) && reckons(right)) return WriteInfix(value, "+");
-    out << "zx_plus(";
-    WriteOperand(*value.Operands[0]);
-    out << ", ";
-    WriteOperand(*value.Operands[1]);
-    out << ")";
-}
-
-/// Whole numbers divide whole on a server; where no type is known the values decide.
-void Writer::WriteDivision(const Expression& value) {
-    const DataType left = value.Operands[0]->Type.Type;
-    const DataType right = value.Operands[1]->Type.Type;
-    const bool safe = IsSafeDivisor(*value.Operands[1]);
-    const auto isWhole = [](DataType type) { return IsIntegerType(type) || type == DataType::Boolean; };
-    const auto isNumber = [](DataType type) { return IsNumberType(type) || type == DataType::Boolean; };
-    if (!IsFileDialect(speaks) && isWhole(left) && isWhole(right)) {
-        if (safe) return WriteInfix(value, "/");
-        out << "zx_intdiv(";
-    } else if (IsFileDialect(speaks) || (isNumber(left) && isNumber(right))) {
-        if (safe && isNumber(left)) return WriteInfix(value, "* 1.0 /");
-        out << "zx_div(";
-    } else {
-        out << "zx_anydiv(";
-    }
-    WriteOperand(*value.Operands[0]);
-    out << ", ";
-    WriteOperand(*value.Operands[1]);
+    const bool file = IsFileDialect(speaks);
+    out << (name == u"+" ? "zx_plus(" : name == u"/" ? (file ? "zx_div(" : "zx_anydiv(") : "zx_mod(");
+    WriteOperands(value);
     out << ")";
 }
 
 void Writer::WriteLogic(const Expression& value) {
-    const auto truth = [&](size_t index) {
-        out << "(";
-        Write(*value.Operands[index]);
-        out << " <> 0)";
-    };
     if (value.Name == u"IMP") {
         out << "((NOT ";
-        truth(0);
+        WriteCondition(*value.Operands[0]);
         out << ") OR ";
-        truth(1);
     } else {
         out << "(";
-        truth(0);
+        WriteCondition(*value.Operands[0]);
         out << (value.Name == u"XOR" ? " <> " : " = ");
-        truth(1);
     }
+    WriteCondition(*value.Operands[1]);
     out << ")";
 }
 

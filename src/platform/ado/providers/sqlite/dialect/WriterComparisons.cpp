@@ -1,6 +1,5 @@
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 #include "platform/ado/providers/sqlite/dialect/Writer.h"
-#include "platform/ado/providers/sqlite/values/Naming.h"
 
 #include <algorithm>
 
@@ -11,54 +10,72 @@ namespace {
 /// The output column of a nested query, under a name of our own.
 constexpr const char* NestedAsValue = " FROM (SELECT NULL AS zx_v WHERE 0 UNION ALL SELECT * FROM (";
 
-ColumnType NestedType(const Query& query) {
-    const QueryArm& first = query.Arms.front();
-    return first.Nested ? NestedType(*first.Nested) : first.Core.Output.front().Type;
+/// Whether a nested query's column is compared as it comes.
+bool IsAsItComes(const Expression& nested) {
+    return nested.Kind == ExpressionKind::Column;
 }
 
 }  // namespace
 
-Writer::As Writer::Decide(const std::vector<const Expression*>& values) {
-    bool dates = false;
-    bool truths = false;
-    bool numbers = false;
-    bool texts = false;
+Writer::Comparing Writer::Decide(const std::vector<const Expression*>& values) {
+    Comparing as;
     bool unknown = false;
+    bool numbers = false;
     for (const Expression* const value : values) {
-        const DataType type = value->Type.Type;
         if (value->Kind == ExpressionKind::Null) continue;
-        dates = dates || IsDateType(type);
-        truths = truths || type == DataType::Boolean;
-        numbers = numbers || IsNumberType(type);
-        texts = texts || IsTextType(type);
-        unknown = unknown || type == DataType::Empty;
+        const Family family = FamilyOf(value->Type);
+        if (IsOneOf(family, Family::DateTime | Family::Date)) as.How = As::Date;
+        if (family == Family::Truth && as.How != As::Date) as.How = As::Truth;
+        if (IsOneOf(family, Family::Text | Family::Guid | Family::Time) && as.How == As::Raw)
+            as.How = As::Text;
+        if (!IsOneOf(family, Numbers)) {
+            unknown = unknown || family == Family::Unknown;
+            continue;
+        }
+        numbers = true;
+        // A column of money is as narrow as what the file holds.
+        const bool wide = IsWide(value->Type) && !(family == Family::Money && value->IsStored);
+        if (wide && as.How == As::Raw) as.How = As::Wide;
+        if (family != Family::Whole && family != Family::Float)
+            as.Scale = std::max(as.Scale, family == Family::Money ? MoneyScale : value->Type.NumericScale);
     }
-    if (dates) return As::Date;
-    if (truths) return As::Truth;
-    if (numbers && texts) return As::Number;
-    if (numbers && !unknown) return As::Raw;
-    return As::Text;
+    if (as.How == As::Raw && unknown && !numbers) as.How = As::Text;
+    return as;
 }
 
-void Writer::WriteCompared(const Expression& value, As as) {
-    switch (as) {
+void Writer::WriteCompared(const Expression& value, Comparing as) {
+    switch (as.How) {
         case As::Truth:
             return WriteTruth(value);
-        case As::Number:
-            return WriteNumber(value);
+        case As::Wide:
+            return WriteWide(value, as.Scale);
         case As::Date:
             break;
         case As::Raw:
         case As::Text:
             return Write(value);
     }
-    if (value.Kind == ExpressionKind::Text) return WriteDate(value.Name, value);
-    if (value.Kind == ExpressionKind::Null || value.Kind == ExpressionKind::Date) return Write(value);
+    const bool made = IsDateType(value.Type.Type) && !value.IsStored;
+    if (made || value.Kind == ExpressionKind::Null) return Write(value);
     // A column's value that is no date stays what it is; anything else must be one.
-    const bool stored = value.Kind == ExpressionKind::Column && IsDateType(value.Type.Type);
+    const bool stored = IsDateType(value.Type.Type);
     out << (stored ? "zx_stored_date(" : "zx_date(");
     Write(value);
     out << ")";
+}
+
+/// What stands where a condition is wanted; a file takes any value for one that isn't 0.
+void Writer::WriteCondition(const Expression& value) {
+    const Family family = FamilyOf(value.Type);
+    const bool isColumn = value.Kind == ExpressionKind::Column || value.Kind == ExpressionKind::Subquery;
+    if (family == Family::Truth && !isColumn && value.Kind != ExpressionKind::Truth) return Write(value);
+    if (value.Kind == ExpressionKind::Null) return Write(value);
+    out << "(";
+    if (IsOneOf(family, Numbers | Family::Truth))
+        IsWide(value.Type) ? WriteConversion(value, {DataType::Double, 0, 0, 0}) : Write(value);
+    else
+        WriteConversion(value, {DataType::Double, 0, 0, 0});
+    out << " <> 0)";
 }
 
 /// Any number but 0 is true, as is the word.
@@ -67,13 +84,6 @@ void Writer::WriteTruth(const Expression& value) {
         out << "NULL";
     } else if (value.Kind == ExpressionKind::Truth) {
         out << (value.IsTrue ? "1" : "0");
-    } else if (value.Kind == ExpressionKind::Text) {
-        const QString word = value.Name.trimmed().toLower();
-        bool isNumber = false;
-        const double number = word.toDouble(&isNumber);
-        if (!isNumber && word != u"true" && word != u"false")
-            throw NotANumber(speaks, value.Name, u"bit"_qs, value.At.From);
-        out << ((isNumber ? number != 0 : word == u"true") ? "1" : "0");
     } else {
         out << "(";
         Write(value);
@@ -81,24 +91,10 @@ void Writer::WriteTruth(const Expression& value) {
     }
 }
 
-void Writer::WriteNumber(const Expression& value) {
-    if (value.Kind == ExpressionKind::Text) {
-        bool isNumber = false;
-        const QString digits = value.Name.trimmed();
-        digits.toDouble(&isNumber);
-        if (!isNumber) throw NotANumber(speaks, value.Name, u"int"_qs, value.At.From);
-        out << digits.toUtf8();
-    } else if (IsTextType(value.Type.Type)) {
-        WriteCall("zx_num", value);
-    } else {
-        Write(value);
-    }
-}
-
 void Writer::WriteComparison(const Expression& left, const QString& symbol, const Expression& right) {
-    const As as = Decide({&left, &right});
+    const Comparing as = Decide({&left, &right});
     // Truth has an order only as a number: -1 and 0 in a file, 1 and 0 on a server.
-    const bool ordered = as == As::Truth && symbol != u"=" && symbol != u"<>";
+    const bool ordered = as.How == As::Truth && symbol != u"=" && symbol != u"<>";
     const auto side = [&](const Expression& value) {
         ordered ? WriteOperand(value) : WriteCompared(value, as);
     };
@@ -110,7 +106,7 @@ void Writer::WriteComparison(const Expression& left, const QString& symbol, cons
 }
 
 void Writer::WriteBetween(const Expression& value) {
-    const As as = Decide({value.Operands[0].get(), value.Operands[1].get(), value.Operands[2].get()});
+    const Comparing as = Decide({value.Operands[0].get(), value.Operands[1].get(), value.Operands[2].get()});
     out << (value.IsNegated ? "(NOT (" : "((");
     WriteCompared(*value.Operands[0], as);
     out << CollationFor(as) << " BETWEEN ";
@@ -123,7 +119,7 @@ void Writer::WriteBetween(const Expression& value) {
 void Writer::WriteInList(const Expression& value) {
     std::vector<const Expression*> all;
     for (const ExpressionPtr& operand : value.Operands) all.push_back(operand.get());
-    const As as = Decide(all);
+    const Comparing as = Decide(all);
     out << "(";
     WriteCompared(*value.Operands.front(), as);
     out << CollationFor(as) << (value.IsNegated ? " NOT IN (" : " IN (");
@@ -135,15 +131,12 @@ void Writer::WriteInList(const Expression& value) {
 }
 
 void Writer::WriteInQuery(const Expression& value) {
-    Expression nested;
-    nested.Kind = ExpressionKind::Column;
-    nested.Name = QStringLiteral("zx_v");
-    nested.Type = NestedType(*value.Nested);
-    const As as = Decide({value.Operands.front().get(), &nested});
+    const Expression& nested = *value.Operands.back();
+    const Comparing as = Decide({value.Operands.front().get(), &nested});
     out << "(";
     WriteCompared(*value.Operands.front(), as);
     out << CollationFor(as) << (value.IsNegated ? " NOT IN (" : " IN (");
-    if (as == As::Raw || as == As::Text) {
+    if (IsAsItComes(nested) && (as.How == As::Raw || as.How == As::Text)) {
         WriteQuery(*value.Nested);
     } else {
         out << "SELECT ";
@@ -157,14 +150,10 @@ void Writer::WriteInQuery(const Expression& value) {
 
 /// ANY holds when some row compares true; ALL when none compares other than true, which a Null never does.
 void Writer::WriteQuantified(const Expression& value) {
-    Expression nested;
-    nested.Kind = ExpressionKind::Column;
-    nested.Name = QStringLiteral("zx_v");
-    nested.Type = NestedType(*value.Nested);
     out << (value.IsTrue ? "(NOT EXISTS (SELECT 1" : "(EXISTS (SELECT 1") << NestedAsValue;
     WriteQuery(*value.Nested);
     out << ")) WHERE (";
-    WriteComparison(*value.Operands.front(), value.Name, nested);
+    WriteComparison(*value.Operands.front(), value.Name, *value.Operands.back());
     out << (value.IsTrue ? ") IS NOT TRUE))" : ")))");
 }
 
@@ -174,7 +163,7 @@ void Writer::WriteLike(const Expression& value) {
     out << (value.IsNegated ? "(NOT " : "") << (padded ? "zx_like_padded(" : "zx_like(");
     for (size_t index = 0; index < value.Operands.size(); ++index) {
         if (index > 0) out << ", ";
-        WriteArgument(*value.Operands[index], true);
+        Write(*value.Operands[index]);
     }
     out << (value.IsNegated ? "))" : ")");
 }

@@ -14,7 +14,7 @@ void Writer::Write(const Expression& value) {
             out << "NULL";
             break;
         case ExpressionKind::Number:
-            out << value.Name.toLatin1();
+            WriteNumeral(value);
             break;
         case ExpressionKind::Text:
             out << QuotedText(value.Name);
@@ -71,7 +71,7 @@ void Writer::Write(const Expression& value) {
             break;
         case ExpressionKind::Not:
             out << "(NOT ";
-            Write(*value.Operands.front());
+            WriteCondition(*value.Operands.front());
             out << ")";
             break;
         case ExpressionKind::And:
@@ -95,13 +95,16 @@ void Writer::Write(const Expression& value) {
         case ExpressionKind::Case:
             WriteCase(value);
             break;
+        case ExpressionKind::Convert:
+            WriteConversion(*value.Operands.front(), value.Type);
+            break;
     }
 }
 
 /// Halves the row of operands again and again: the engine limits the depth of an expression, not its width.
 void Writer::WriteJoined(const std::vector<ExpressionPtr>& operands, size_t from, size_t to,
                          const char* word) {
-    if (to - from == 1) return Write(*operands[from]);
+    if (to - from == 1) return WriteCondition(*operands[from]);
     const size_t middle = from + (to - from) / 2;
     out << "(";
     WriteJoined(operands, from, middle, word);
@@ -123,13 +126,19 @@ void Writer::WriteCall(const char* function, const Expression& value) {
     out << ")";
 }
 
+/// A column of more digits than a double keeps comes as what such numbers are inside.
 void Writer::WriteColumn(const Expression& column) {
+    const bool wide = FamilyOf(column.Type) == Family::Decimal && IsWide(column.Type) && column.IsStored;
+    if (wide) out << "zx_wide(";
     if (!column.Qualifier.isEmpty()) out << QuotedName(column.Qualifier) << ".";
     out << QuotedName(column.Name);
+    if (wide) out << ", " << Spec(column.Type, column, column.Type.NumericScale) << ")";
 }
 
 void Writer::WriteDate(const QString& literal, const Expression& at) {
-    const std::optional<qint64> ticks = ReadDate(literal, IsFileDialect(speaks));
+    std::optional<qint64> ticks = ReadDate(literal, IsFileDialect(speaks));
+    // The server takes an empty text for the first day of its calendar.
+    if (!IsFileDialect(speaks) && literal.trimmed().isEmpty()) ticks = DayZero(false) * TicksPerDay;
     if (!ticks) throw NotADate(speaks, literal, at.At.From);
     out << "'" << WriteIsoDate(*ticks) << "'";
 }
@@ -142,7 +151,7 @@ void Writer::WriteCase(const Expression& value) {
     std::vector<const Expression*> compared;
     for (size_t index = pairs; index < end; index += 2) compared.push_back(value.Operands[index].get());
     if (value.HasOperand) compared.push_back(value.Operands.front().get());
-    const As as = Decide(compared);
+    const Comparing as = Decide(compared);
     if (value.HasOperand) {
         out << " (";
         WriteCompared(*value.Operands.front(), as);
@@ -153,7 +162,7 @@ void Writer::WriteCase(const Expression& value) {
         if (value.HasOperand)
             WriteCompared(*value.Operands[index], as);
         else
-            Write(*value.Operands[index]);
+            WriteCondition(*value.Operands[index]);
         out << " THEN ";
         Write(*value.Operands[index + 1]);
     }
@@ -164,41 +173,44 @@ void Writer::WriteCase(const Expression& value) {
     out << " END";
 }
 
-/// The type goes along as typed, the type of the value as its number: money and dates become text in ways of
-/// their own.
 void Writer::WriteCast(const Expression& value) {
-    out << "zx_cast(";
-    Write(*value.Operands.front());
-    out << ", " << QuotedText(value.Name.toLower()) << ", "
-        << QByteArray::number(int(value.Operands.front()->Type.Type));
-    if (value.Operands.size() > 1) {
-        out << ", ";
-        Write(*value.Operands[1]);
-    }
-    out << ")";
+    WriteConversion(*value.Operands.front(), value.Type,
+                    value.Operands.size() > 1 ? value.Operands[1].get() : nullptr);
 }
 
 void Writer::WriteFunction(const Expression& call) {
     if (IsAggregateName(call.Name, speaks)) return WriteAggregate(call);
-    const FunctionInfo* const info = FindFunction(call.Name, speaks);
-    // What the dialect doesn't have may still be the engine's; an error of it shows the name as typed.
-    const QString typed = text.sliced(call.At.From, call.Name.size());
-    out << (info ? QByteArray(info->Runs) : QuotedName(typed)) << "(" << (call.IsStar ? "*" : "");
+    const FunctionInfo& info = *FindFunction(call.Name, speaks);
+    if (call.Name == u"NULLIF") return WriteNullIf(call);
+    // A number function on exact numbers has to know their places, one on whole numbers their size.
+    const bool ofNumber = info.Result == Gives::AsNumber || info.Result == Gives::AsWhole;
+    const bool exact = ofNumber && IsOneOf(FamilyOf(call.Type), Family::Decimal | Family::Money);
+    const bool whole = ofNumber && FamilyOf(call.Type) == Family::Whole;
+    if (whole) out << "zx_whole(";
+    out << info.Runs << (exact ? "_exact(" : "(");
     for (size_t index = 0; index < call.Operands.size(); ++index) {
         if (index > 0) out << ", ";
-        WriteArgument(*call.Operands[index], info && info->Input == Reads::Texts);
+        if (info.Takes[std::min(index, qstrlen(info.Takes) - 1)] == 'c')
+            WriteCondition(*call.Operands[index]);
+        else
+            WriteOperand(*call.Operands[index]);
+    }
+    if (exact) {
+        const ColumnType& given = call.Operands.front()->Type;
+        out << ", "
+            << Spec(call.Type, call, FamilyOf(given) == Family::Money ? MoneyScale : given.NumericScale);
     }
     out << ")";
+    if (whole) out << ", " << Spec(call.Type, call) << ")";
 }
 
-/// Where a text is wanted, a date is written as the dialect writes it, not as it is stored.
-void Writer::WriteArgument(const Expression& value, bool asText) {
-    if (asText && IsDateType(value.Type.Type))
-        WriteCall("zx_datetext", value);
-    else if (asText && value.Type.Type == DataType::Currency && !IsFileDialect(speaks))
-        WriteCall("zx_moneytext", value);
-    else
-        WriteOperand(value);
+void Writer::WriteNullIf(const Expression& call) {
+    const Comparing as = Decide({call.Operands[0].get(), call.Operands[1].get()});
+    out << "nullif(";
+    WriteCompared(*call.Operands[0], as);
+    out << CollationFor(as) << ", ";
+    WriteCompared(*call.Operands[1], as);
+    out << ")";
 }
 
 void Writer::WriteAggregate(const Expression& call) {
@@ -213,10 +225,25 @@ void Writer::WriteAggregate(const Expression& call) {
         WriteKey(argument);
         out << ")";
     };
-    // The mean of whole numbers is whole on a server.
-    if (call.Name == u"AVG" && !IsFileDialect(speaks) && IsIntegerType(argument.Type.Type))
-        return write("zx_avg_whole");
     if (call.Name == u"COUNT_BIG") return write("COUNT");
+    const bool sums = call.Name == u"SUM" || call.Name == u"AVG";
+    const Family family = FamilyOf(call.Type);
+    if (sums && family == Family::Whole) {
+        // The sum that a mean is made of has to fit as well.
+        if (call.Name == u"AVG")
+            return write(call.Type.Type == DataType::BigInt ? "zx_avg_bigint" : "zx_avg_int");
+        out << "zx_whole(";
+        write("zx_sum_exact");
+        out << ", " << Spec(call.Type, call) << ")";
+        return;
+    }
+    if (sums && IsOneOf(family, Family::Decimal | Family::Money)) {
+        out << "zx_exact(";
+        write(call.Name == u"SUM" ? "zx_sum_exact" : "zx_avg_exact");
+        out << ", " << Spec(call.Type, call) << ")";
+        return;
+    }
+    if (sums && family == Family::Float) return write(call.Name == u"SUM" ? "zx_sum_float" : "zx_avg_float");
     const bool ownFunction = call.Name.startsWith(u"STDEV") || call.Name.startsWith(u"VAR") ||
                              call.Name == u"FIRST" || call.Name == u"LAST";
     write((ownFunction ? QByteArray("zx_") : QByteArray()) + call.Name.toLower().toLatin1());

@@ -16,6 +16,7 @@ Writer::Level::Level(Writer& of, qsizetype position) : writer(of) {
 }
 
 void Writer::WriteQuery(const Query& query) {
+    const QueryDepth deeper(depth);
     const bool alone = query.Arms.size() == 1;
     const SelectCore& first = query.Arms.front().Core;
     if (alone && first.Top && first.Top->Percent) return WriteShare(first, first.Distinct, query.OrderBy);
@@ -81,7 +82,7 @@ void Writer::WriteCore(const SelectCore& core, bool distinct, const std::vector<
     WriteSources(core);
     if (core.Where) {
         out << " WHERE ";
-        Write(*core.Where);
+        WriteCondition(*core.Where);
     }
     for (size_t index = 0; index < core.GroupBy.size(); ++index) {
         out << (index == 0 ? " GROUP BY " : ", ");
@@ -89,7 +90,7 @@ void Writer::WriteCore(const SelectCore& core, bool distinct, const std::vector<
     }
     if (core.Having) {
         out << " HAVING ";
-        Write(*core.Having);
+        WriteCondition(*core.Having);
     }
 }
 
@@ -108,13 +109,22 @@ void Writer::WriteItems(const SelectCore& core, bool distinct) {
                 out << (value.Qualifier.isEmpty() ? QByteArray("*") : QuotedName(value.Qualifier) + ".*");
             continue;
         }
-        if (distinct)
-            WriteKey(value);
-        else
-            Write(value);
+        WriteItem(value, distinct);
         const QString& name = core.Output[column++].Name;
         if (!name.isEmpty()) out << " AS " << QuotedName(name);
     }
+}
+
+/// A column of what is kept comes as the file holds it; a number that is a blob inside is none in a file.
+void Writer::WriteItem(const Expression& value, bool distinct) {
+    const bool kept = isStoring && depth == 1;
+    const bool narrow = kept && IsWide(value.Type) && value.Kind != ExpressionKind::Null;
+    if (narrow) out << "zx_narrow(";
+    if (distinct)
+        WriteKey(value);
+    else
+        Write(value);
+    if (narrow) out << ")";
 }
 
 void Writer::WriteStar(const QList<StarColumn>& columns, bool distinct) {
@@ -125,17 +135,15 @@ void Writer::WriteStar(const QList<StarColumn>& columns, bool distinct) {
         column.Qualifier = columns[index].Source;
         column.Name = columns[index].Name;
         column.Type = columns[index].Type;
-        if (distinct)
-            WriteKey(column);
-        else
-            WriteColumn(column);
+        column.IsStored = columns[index].IsStored;
+        WriteItem(column, distinct);
         out << " AS " << QuotedName(columns[index].Name);
     }
 }
 
 void Writer::WriteKey(const Expression& value) {
     const DataType type = value.Type.Type;
-    if (IsDateType(type)) return WriteCompared(value, As::Date);
+    if (IsDateType(type)) return WriteCompared(value, {As::Date});
     WriteOperand(value);
     if (IsComparedAsText(type) && value.Kind != ExpressionKind::Null) out << collation;
 }
@@ -175,7 +183,7 @@ void Writer::WriteSource(const Source& source) {
             WriteSource(turned ? *source.Left : *source.Right);
             if (source.On) {
                 out << " ON ";
-                Write(*source.On);
+                WriteCondition(*source.On);
             }
             out << ")";
             return;
@@ -210,20 +218,31 @@ void Writer::WriteChange(const Statement& statement) {
             const Assignment& assignment = statement.Assignments[index];
             if (index > 0) out << ", ";
             out << QuotedName(assignment.Column) << " = ";
-            WriteStored(*assignment.Value, assignment.Type.Type);
+            WriteStored(*assignment.Value, assignment.Type);
         }
     }
     if (statement.Where) {
         out << " WHERE ";
-        Write(*statement.Where);
+        WriteCondition(*statement.Where);
     }
 }
 
-/// A date goes into its column in the one form in which dates are stored.
-void Writer::WriteStored(const Expression& value, DataType column) {
-    if (IsDateType(column)) return WriteCompared(value, As::Date);
-    if (column == DataType::Boolean) return WriteTruth(value);
-    Write(value);
+/// A date goes into its column in the one form in which dates are stored, an exact number with the places
+/// that the column declares.
+void Writer::WriteStored(const Expression& value, const ColumnType& column) {
+    const Family family = FamilyOf(column);
+    if (family == Family::Truth) return WriteTruth(value);
+    if (IsOneOf(family, Family::DateTime | Family::Date) && IsDateType(value.Type.Type))
+        return WriteCompared(value, {As::Date});
+    const bool exact = IsOneOf(family, Family::Decimal | Family::Money);
+    const bool plain = family == Family::Unknown || FamilyOf(value.Type) == Family::Unknown ||
+                       value.Kind == ExpressionKind::Null || (!exact && FamilyOf(value.Type) == family);
+    if (exact || IsWide(value.Type)) out << "zx_narrow(";
+    if (plain)
+        Write(value);
+    else
+        WriteConversion(value, column);
+    if (exact || IsWide(value.Type)) out << ")";
 }
 
 void Writer::WriteStatement(const Statement& statement) {
@@ -244,7 +263,7 @@ void Writer::WriteStatement(const Statement& statement) {
             if (index > 0) out << ", ";
             const bool known = index < size_t(statement.Assignments.size());
             WriteStored(*statement.Rows[row][index],
-                        known ? statement.Assignments[index].Type.Type : DataType::Empty);
+                        known ? statement.Assignments[index].Type : ColumnType());
         }
         out << ")";
     }

@@ -1,6 +1,10 @@
 #include "platform/ado/providers/sqlite/functions/Aggregates.h"
 
-#include <QtGlobal>
+#include "platform/ado/providers/sqlite/functions/Call.h"
+#include "platform/ado/providers/sqlite/values/Failures.h"
+#include "platform/ado/providers/sqlite/values/TextValue.h"
+
+#include <QLocale>
 
 #include <cmath>
 #include <new>
@@ -29,9 +33,45 @@ State* StateOf(sqlite3_context* context) {
     return static_cast<State*>(sqlite3_aggregate_context(context, sizeof(State)));
 }
 
+/// Ends the statement where a column of numbers holds something else.
+void RefuseValue(sqlite3_context* context, sqlite3_value* value) {
+    const QByteArray words = PackedFailure(
+        FailureNumber::Conversion, -1,
+        QStringLiteral("The value '%1' of a column of numbers is no number.").arg(TextOf(value)));
+    sqlite3_result_error(context, words.constData(), int(words.size()));
+    sqlite3_result_error_code(context, SQLITE_MISMATCH);
+}
+
+std::optional<Exact> ExactIn(sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
+        case SQLITE_INTEGER:
+            return Exact{sqlite3_value_int64(value), 0};
+        case SQLITE_FLOAT: {
+            // The digits that a double keeps tell how many places there are.
+            const double number = sqlite3_value_double(value);
+            const std::optional<Exact> money = ExactOfDouble(number, MoneyScale);
+            if (money && ToDouble(*money) == number) return money;
+            return ExactOfText(QString::number(number, 'f', QLocale::FloatingPointShortest));
+        }
+        case SQLITE_BLOB:
+            return OfWide(sqlite3_value_blob(value), sqlite3_value_bytes(value));
+        default:
+            return ExactOfText(TextOf(value));
+    }
+}
+
+std::optional<double> FloatIn(sqlite3_value* value) {
+    const int storage = sqlite3_value_type(value);
+    if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT) return sqlite3_value_double(value);
+    const std::optional<Exact> exact = ExactIn(value);
+    return exact ? std::optional(ToDouble(*exact)) : std::nullopt;
+}
+
 void AddValue(sqlite3_context* context, int, sqlite3_value** values) {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
-    if (Spread* const spread = StateOf<Spread>(context)) spread->Add(sqlite3_value_double(values[0]));
+    const std::optional<double> number = FloatIn(values[0]);
+    if (!number) return RefuseValue(context, values[0]);
+    if (Spread* const spread = StateOf<Spread>(context)) spread->Add(*number);
 }
 
 /// A sample has one degree of freedom less than a population; too few values have no spread.
@@ -44,26 +84,84 @@ void GiveSpread(sqlite3_context* context) {
     sqlite3_result_double(context, Root ? std::sqrt(variance) : variance);
 }
 
-/// The mean of whole numbers, as whole as a server gives it.
-struct WholeSum {
+/// A sum that loses nothing. Its places are the most that a value had.
+struct ExactSum {
     qint64 Count;
-    qint64 Sum;
+    Exact Total;
     bool Overflows;
 };
 
-void AddWhole(sqlite3_context* context, int, sqlite3_value** values) {
+void AddExact(sqlite3_context* context, int, sqlite3_value** values) {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
-    WholeSum* const whole = StateOf<WholeSum>(context);
-    if (!whole) return;
-    ++whole->Count;
-    whole->Overflows |= __builtin_add_overflow(whole->Sum, sqlite3_value_int64(values[0]), &whole->Sum);
+    ExactSum* const sum = StateOf<ExactSum>(context);
+    if (!sum) return;
+    const std::optional<Exact> value = ExactIn(values[0]);
+    if (!value) return RefuseValue(context, values[0]);
+    ++sum->Count;
+    const std::optional<Exact> total = Sum(sum->Total, *value, std::max(sum->Total.Scale, value->Scale));
+    sum->Overflows = sum->Overflows || !total;
+    if (total) sum->Total = *total;
 }
 
+void GiveExact(sqlite3_context* context, const std::optional<Exact>& value) {
+    if (!value) {
+        const QByteArray words = PackedFailure(
+            FailureNumber::Overflow, -1,
+            QStringLiteral("Arithmetic overflow error converting expression to data type numeric."));
+        sqlite3_result_error(context, words.constData(), int(words.size()));
+        return sqlite3_result_error_code(context, SQLITE_MISMATCH);
+    }
+    const QByteArray wide = ToWide(*value);
+    sqlite3_result_blob(context, wide.constData(), int(wide.size()), SQLITE_TRANSIENT);
+}
+
+void GiveExactSum(sqlite3_context* context) {
+    const ExactSum* const sum = StateOf<ExactSum>(context);
+    if (!sum || sum->Count == 0) return sqlite3_result_null(context);
+    GiveExact(context, sum->Overflows ? std::nullopt : std::optional(sum->Total));
+}
+
+/// Cut to more places than any type of a mean shows, as far as there is room for them.
+void GiveExactMean(sqlite3_context* context) {
+    const ExactSum* const sum = StateOf<ExactSum>(context);
+    if (!sum || sum->Count == 0) return sqlite3_result_null(context);
+    std::optional<Exact> mean;
+    for (int places = 30; places >= 6 && !mean && !sum->Overflows; places -= 4)
+        mean = Quotient(sum->Total, {sum->Count, 0}, places);
+    GiveExact(context, mean);
+}
+
+/// The mean of whole numbers, as whole as a server gives it; their sum has to fit the type too.
+template <DataType Type>
 void GiveWholeMean(sqlite3_context* context) {
-    const WholeSum* const whole = StateOf<WholeSum>(context);
-    if (!whole || whole->Count == 0) return sqlite3_result_null(context);
-    if (whole->Overflows) return sqlite3_result_error(context, "integer overflow", -1);
-    sqlite3_result_int64(context, whole->Sum / whole->Count);
+    const ExactSum* const sum = StateOf<ExactSum>(context);
+    if (!sum || sum->Count == 0) return sqlite3_result_null(context);
+    const std::optional<Exact> whole = Rescaled(sum->Total, 0, Rounding::Cut);
+    if (sum->Overflows || !whole || !HoldsWhole(Type, whole->Units)) return GiveExact(context, std::nullopt);
+    sqlite3_result_int64(context, qint64(whole->Units / sum->Count));
+}
+
+struct FloatSum {
+    qint64 Count;
+    double Total;
+};
+
+void AddFloat(sqlite3_context* context, int, sqlite3_value** values) {
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
+    FloatSum* const sum = StateOf<FloatSum>(context);
+    if (!sum) return;
+    const std::optional<double> number = FloatIn(values[0]);
+    if (!number) return RefuseValue(context, values[0]);
+    ++sum->Count;
+    sum->Total += *number;
+}
+
+template <bool Mean>
+void GiveFloatSum(sqlite3_context* context) {
+    const FloatSum* const sum = StateOf<FloatSum>(context);
+    if (!sum || sum->Count == 0) return sqlite3_result_null(context);
+    if (!std::isfinite(sum->Total)) return GiveExact(context, std::nullopt);
+    sqlite3_result_double(context, Mean ? sum->Total / double(sum->Count) : sum->Total);
 }
 
 struct Kept {
@@ -98,7 +196,12 @@ void Register(sqlite3* database, const char* name, Step step, Final final) {
 }  // namespace
 
 void RegisterAggregates(sqlite3* database) {
-    Register(database, "zx_avg_whole", AddWhole, GiveWholeMean);
+    Register(database, "zx_sum_exact", AddExact, GiveExactSum);
+    Register(database, "zx_avg_exact", AddExact, GiveExactMean);
+    Register(database, "zx_avg_int", AddExact, GiveWholeMean<DataType::Integer>);
+    Register(database, "zx_avg_bigint", AddExact, GiveWholeMean<DataType::BigInt>);
+    Register(database, "zx_sum_float", AddFloat, GiveFloatSum<false>);
+    Register(database, "zx_avg_float", AddFloat, GiveFloatSum<true>);
     Register(database, "zx_stdev", AddValue, GiveSpread<true, true>);
     Register(database, "zx_stdevp", AddValue, GiveSpread<false, true>);
     Register(database, "zx_var", AddValue, GiveSpread<true, false>);

@@ -2,6 +2,7 @@
 
 #include "platform/ado/providers/sqlite/values/DateText.h"
 #include "platform/ado/providers/sqlite/values/Dialect.h"
+#include "platform/ado/providers/sqlite/values/TypeSpec.h"
 
 #include <QString>
 
@@ -35,6 +36,25 @@ class Call {
     std::optional<qint64> Whole(int index);
     /// Ticks since 1970, of a text that is a date or a number of days.
     std::optional<qint64> Date(int index);
+
+    // --- Numbers of a type that the statement tells (TypedCall.cpp)
+    /// The type and place that a statement hands over as a number.
+    TypeSpec SpecAt(int index) const { return Unpack(sqlite3_value_int64(values[index])); }
+    /// A whole number; a text or a broken number, which only a column can hold against its declaration, is
+    /// refused.
+    std::optional<qint64> WholeOf(int index, const TypeSpec& spec);
+    std::optional<double> FloatOf(int index, const TypeSpec& spec);
+    /// A broken number is read with so many places.
+    std::optional<Exact> ExactOf(int index, int scale, const TypeSpec& spec);
+    /// Refuses what the type doesn't hold.
+    void ReturnWhole(Exact::Integer value, const TypeSpec& spec);
+    void ReturnFloat(double value, const TypeSpec& spec);
+    void ReturnExact(const std::optional<Exact>& value, const TypeSpec& spec);
+    void FailOverflow(const TypeSpec& spec);
+    void FailReading(int index, const TypeSpec& spec);
+    void FailDivision(const TypeSpec& spec);
+    /// Ends the statement with an error of this number at this place of it.
+    void FailAt(qsizetype position, int number, const QString& words);
 
     void ReturnNull() { sqlite3_result_null(context); }
     void Return(qint64 value) { sqlite3_result_int64(context, value); }

@@ -1,4 +1,5 @@
 #include "platform/ado/providers/sqlite/functions/Functions.h"
+#include "platform/ado/providers/sqlite/values/Failures.h"
 
 #include <QDateTime>
 
@@ -139,7 +140,7 @@ std::optional<qint64> AddMonths(qint64 ticks, qint64 months) {
     const CivilDate date = CivilOf(DayPart(ticks));
     const qint64 all = qint64(date.Year) * 12 + date.Month - 1 + months;
     const qint64 year = all / 12;
-    if (all < 0 || year < 100 || year > 9999) return std::nullopt;
+    if (all < 0 || year < 1 || year > 9999) return std::nullopt;
     const int month = int(all % 12) + 1;
     const qint64 first = DaysOf(int(year), month, 1);
     const qint64 next = month == 12 ? DaysOf(int(year) + 1, 1, 1) : DaysOf(int(year), month + 1, 1);
@@ -163,12 +164,13 @@ qint64 UnitOf(DatePart part) {
     }
 }
 
-bool InCalendar(qint64 ticks) {
-    return ticks >= DaysOf(100, 1, 1) * TicksPerDay && ticks < DaysOf(10000, 1, 1) * TicksPerDay;
-}
-
-void ReturnInCalendar(Call& call, std::optional<qint64> ticks) {
-    if (ticks && InCalendar(*ticks)) return call.ReturnDate(*ticks);
+/// `early`: the date comes from before the calendar of datetime, so it is a plain day, which reaches back to
+/// the year 1.
+void ReturnInCalendar(Call& call, std::optional<qint64> ticks, bool early = false) {
+    const bool inside =
+        ticks && (IsInCalendar(*ticks, call.IsFile()) || (early && *ticks >= DaysOf(1, 1, 1) * TicksPerDay &&
+                                                          *ticks < DaysOf(1753, 1, 1) * TicksPerDay));
+    if (inside) return call.ReturnDate(*ticks);
     call.Fail(QStringLiteral("Adding a value to a date caused an overflow."),
               QStringLiteral("Invalid procedure call: the date is out of range."));
 }
@@ -191,8 +193,10 @@ void DateAdd(Call& call) {
                        : *part == DatePart::Quarter ? 3
                        : *part == DatePart::Month   ? 1
                                                     : 0;
-    if (months == 0) return ReturnInCalendar(call, Moved(*ticks, units, UnitOf(*part)));
-    ReturnInCalendar(call, std::fabs(units) < 1e6 ? AddMonths(*ticks, qint64(units) * months) : std::nullopt);
+    const bool early = !call.IsFile() && !IsInCalendar(*ticks, false);
+    if (months == 0) return ReturnInCalendar(call, Moved(*ticks, units, UnitOf(*part)), early);
+    ReturnInCalendar(call, std::fabs(units) < 1e6 ? AddMonths(*ticks, qint64(units) * months) : std::nullopt,
+                     early);
 }
 
 qint64 FloorDivided(qint64 value, qint64 by) {
@@ -289,51 +293,19 @@ void IsDate(Call& call) {
     call.Return(qint64(!date ? 0 : call.IsFile() ? -1 : 1));
 }
 
-/// A date as the dialect writes it where a text is wanted.
-void DateText(Call& call) {
-    if (call.IsNull(0)) return call.ReturnNull();
-    // What a column holds that is no date is a text already.
-    if (call.Storage(0) == SQLITE_TEXT && !ReadDate(call.Text(0), call.IsFile()))
-        return call.ReturnArgument(0);
-    const std::optional<qint64> ticks = call.Date(0);
-    if (!ticks) return;
-    if (!call.IsFile()) return call.Return(*DateInStyle(*ticks, 0));
-    const CivilDate date = CivilOf(DayPart(*ticks));
-    const int seconds = int(TimePart(*ticks) / TicksPerSecond);
-    QString text;
-    if (DayPart(*ticks) != DayZero(true))
-        text = QStringLiteral("%1/%2/%3").arg(date.Month).arg(date.Day).arg(date.Year);
-    if (seconds != 0 || text.isEmpty())
-        text += QStringLiteral("%1%2:%3:%4 %5")
-                    .arg(text.isEmpty() ? QString() : QStringLiteral(" "))
-                    .arg((seconds / 3600 + 11) % 12 + 1)
-                    .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
-                    .arg(seconds % 60, 2, 10, QLatin1Char('0'))
-                    .arg(seconds < 43'200 ? QStringLiteral("AM") : QStringLiteral("PM"));
-    call.Return(text);
-}
-
+/// A date moved by days. Either side may be a date: it counts as the days since the first of the calendar.
 template <int Direction>
 void DateMoved(Call& call) {
-    if (call.AnyNull()) return call.ReturnNull();
-    // The number may stand on either side of a plus.
-    const bool textFirst = call.Storage(0) == SQLITE_TEXT;
-    const std::optional<qint64> ticks = call.Date(textFirst ? 0 : 1);
-    if (!ticks) return;
-    const int other = textFirst ? 1 : 0;
-    // Two dates are added as servers do, the second one as its days since the first.
-    const bool otherIsDate = call.Storage(other) == SQLITE_TEXT && !NumberIn(call.Text(other));
-    const std::optional<qint64> second = otherIsDate ? call.Date(other) : std::nullopt;
-    if (otherIsDate && !second) return;
-    const std::optional<double> days =
-        second ? std::optional(double(*second - DayZero(call.IsFile()) * TicksPerDay) / double(TicksPerDay))
-               : call.Number(other);
-    if (!days) return;
-    const double milliseconds = *days * 86'400'000.0;
-    ReturnInCalendar(
-        call, std::fabs(milliseconds) < 4e14
-                  ? std::optional(*ticks + Direction * std::llround(milliseconds) * TicksPerMillisecond)
-                  : std::nullopt);
+    if (call.IsNull(0) || call.IsNull(1)) return call.ReturnNull();
+    const std::optional<qint64> left = call.Date(0);
+    const std::optional<qint64> right = left ? call.Date(1) : left;
+    if (!left || !right) return;
+    const qint64 zero = DayZero(call.IsFile()) * TicksPerDay;
+    const qint64 ticks = *left + Direction * (*right - zero);
+    if (IsInCalendar(ticks, call.IsFile())) return call.ReturnDate(ticks);
+    call.FailAt(call.SpecAt(2).Position, FailureNumber::Overflow,
+                call.IsFile() ? QStringLiteral("Invalid procedure call: the date is out of range.")
+                              : QStringLiteral("Adding a value to a 'datetime' column caused an overflow."));
 }
 
 void DaysBetween(Call& call) {
@@ -344,6 +316,22 @@ void DaysBetween(Call& call) {
 }
 
 }  // namespace
+
+QString GeneralDate(qint64 ticks) {
+    const CivilDate date = CivilOf(DayPart(ticks));
+    const int seconds = int(TimePart(ticks) / TicksPerSecond);
+    QString text;
+    if (DayPart(ticks) != DayZero(true))
+        text = QStringLiteral("%1/%2/%3").arg(date.Month).arg(date.Day).arg(date.Year);
+    if (seconds != 0 || text.isEmpty())
+        text += QStringLiteral("%1%2:%3:%4 %5")
+                    .arg(text.isEmpty() ? QString() : QStringLiteral(" "))
+                    .arg((seconds / 3600 + 11) % 12 + 1)
+                    .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
+                    .arg(seconds % 60, 2, 10, QLatin1Char('0'))
+                    .arg(seconds < 43'200 ? QStringLiteral("AM") : QStringLiteral("PM"));
+    return text;
+}
 
 QList<FunctionEntry> DateFunctions() {
     return {
@@ -366,9 +354,8 @@ QList<FunctionEntry> DateFunctions() {
         {"zx_date", 1, 1, AsDate},
         {"zx_stored_date", 1, 1, AsStoredDate},
         {"zx_isdate", 1, 1, IsDate},
-        {"zx_datetext", 1, 1, DateText},
-        {"zx_date_plus", 2, 2, DateMoved<1>},
-        {"zx_date_minus", 2, 2, DateMoved<-1>},
+        {"zx_date_plus", 3, 3, DateMoved<1>},
+        {"zx_date_minus", 3, 3, DateMoved<-1>},
         {"zx_days_between", 2, 2, DaysBetween},
     };
 }

@@ -11,6 +11,7 @@ QList<FunctionEntry> TextFunctions();
 QList<FunctionEntry> MathFunctions();
 QList<FunctionEntry> DateFunctions();
 QList<FunctionEntry> OperatorFunctions();
+QList<FunctionEntry> ArithmeticFunctions();
 QList<FunctionEntry> ConversionFunctions();
 /// What the schema is read with: zx_type_code and zx_type_size of a declaration.
 QList<FunctionEntry> SchemaFunctions();
@@ -25,6 +26,8 @@ bool IsLike(QStringView text, QStringView pattern, QChar escape = QChar(), bool 
 
 /// A date as the server writes it in a style of CONVERT, or nothing for a style that is not there.
 std::optional<QString> DateInStyle(qint64 ticks, int style);
+/// A date as a file writes it where a text is wanted.
+QString GeneralDate(qint64 ticks);
 /// How three numbers of a text are read in that style.
 DateOrder OrderOfStyle(int style);
 

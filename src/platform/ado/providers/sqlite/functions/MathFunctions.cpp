@@ -98,6 +98,8 @@ void Sign(Call& call) {
 /// Halves go away from zero on a server, to the even neighbour in a file.
 void Round(Call& call) {
     if (call.AnyNull()) return call.ReturnNull();
+    const std::optional<qint64> cut = call.Count() > 2 ? call.Whole(2) : std::optional<qint64>(0);
+    if (!cut) return;
     const std::optional<qint64> places = call.Count() > 1 ? call.Whole(1) : std::optional<qint64>(0);
     if (!places) return;
     if (call.Storage(0) == SQLITE_INTEGER && *places >= 0) return call.ReturnArgument(0);
@@ -108,7 +110,9 @@ void Round(Call& call) {
     const double unit = std::pow(10.0, double(std::abs(*places)));
     // 2.675 is a little less in binary; fifteen digits say what was meant.
     const double scaled = QString::number(*places >= 0 ? *number * unit : *number / unit, 'g', 15).toDouble();
-    const double rounded = call.IsFile() ? std::nearbyint(scaled) : std::round(scaled);
+    const double rounded = *cut != 0       ? std::trunc(scaled)
+                           : call.IsFile() ? std::nearbyint(scaled)
+                                           : std::round(scaled);
     call.Return(*places >= 0 ? rounded / unit : rounded * unit);
 }
 
@@ -121,6 +125,49 @@ void Power(Call& call) {
     const double result = std::pow(*base, *exponent);
     if (std::isnan(result)) return call.FailArgument(QStringLiteral("power"));
     call.Return(result);
+}
+
+/// The exact functions take what they are called with, and then the type of the result; the places of the
+/// first argument stand in it.
+template <Rounding How>
+void RoundedExact(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    const TypeSpec spec = call.SpecAt(1);
+    const std::optional<Exact> value = call.ExactOf(0, spec.LeftScale, spec);
+    if (value) call.ReturnExact(Rescaled(*value, 0, How), spec);
+}
+
+void AbsExact(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    const TypeSpec spec = call.SpecAt(1);
+    const std::optional<Exact> value = call.ExactOf(0, spec.LeftScale, spec);
+    if (value) call.ReturnExact(value->Units < 0 ? Exact{-value->Units, value->Scale} : *value, spec);
+}
+
+void SignExact(Call& call) {
+    if (call.IsNull(0)) return call.ReturnNull();
+    const TypeSpec spec = call.SpecAt(1);
+    const std::optional<Exact> value = call.ExactOf(0, spec.LeftScale, spec);
+    if (value) call.ReturnExact(Exact{value->Units > 0 ? 1 : value->Units < 0 ? -1 : 0, 0}, spec);
+}
+
+void RoundExact(Call& call) {
+    if (call.AnyNull()) return call.ReturnNull();
+    const int last = call.Count() - 1;
+    const TypeSpec spec = call.SpecAt(last);
+    const std::optional<qint64> places = last > 1 ? call.WholeOf(1, spec) : std::optional<qint64>(0);
+    const std::optional<qint64> cut = last > 2 ? call.WholeOf(2, spec) : std::optional<qint64>(0);
+    const std::optional<Exact> value = places && cut ? call.ExactOf(0, spec.LeftScale, spec) : std::nullopt;
+    if (!value) return;
+    if (*places < 0 && call.IsFile()) return call.FailArgument(QStringLiteral("Round"));
+    if (*places >= value->Scale) return call.ReturnExact(value, spec);
+    const Rounding how = *cut != 0 ? Rounding::Cut : call.IsFile() ? Rounding::HalfEven : Rounding::HalfAway;
+    if (*places >= 0) return call.ReturnExact(Rescaled(*value, int(*places), how), spec);
+    // Places in front of the point: what is left of so many digits is shifted back.
+    const int digits = int(std::min<qint64>(-*places, MostDigits - value->Scale));
+    const std::optional<Exact> shifted = Rescaled({value->Units, value->Scale + digits}, 0, how);
+    const std::optional<Exact> back = shifted ? Rescaled(*shifted, digits) : shifted;
+    call.ReturnExact(back ? std::optional<Exact>({back->Units, 0}) : back, spec);
 }
 
 /// A new number for every row, whatever the argument.
@@ -141,11 +188,17 @@ QList<FunctionEntry> MathFunctions() {
         {"zx_floor", 1, 1, Rounded<Down>},
         {"zx_ceiling", 1, 1, Rounded<Up>},
         {"zx_fix", 1, 1, Rounded<TowardsZero>},
+        {"zx_abs_exact", 2, 2, AbsExact},
+        {"zx_sgn_exact", 2, 2, SignExact},
+        {"zx_floor_exact", 2, 2, RoundedExact<Rounding::Down>},
+        {"zx_ceiling_exact", 2, 2, RoundedExact<Rounding::Up>},
+        {"zx_fix_exact", 2, 2, RoundedExact<Rounding::Cut>},
+        {"zx_round_exact", 2, 4, RoundExact},
         {"zx_log", 1, 2, Logarithm},
         {"zx_log10", 1, 1, Logarithm10},
         {"zx_sqr", 1, 1, SquareRoot},
         {"zx_sgn", 1, 1, Sign},
-        {"zx_round", 1, 2, Round},
+        {"zx_round", 1, 3, Round},
         {"zx_power", 2, 2, Power},
         {"zx_rnd", 0, 1, Random, false},
     };

@@ -51,12 +51,6 @@ void DivideWhole(Call& call) {
     call.Return(*left / *right);
 }
 
-/// Columns that declare whole numbers may hold others all the same.
-void DivideDeclaredWhole(Call& call) {
-    const bool whole = call.Storage(0) != SQLITE_FLOAT && call.Storage(1) != SQLITE_FLOAT;
-    whole ? DivideWhole(call) : Divide(call);
-}
-
 void DivideByStorage(Call& call) {
     const bool whole = call.Storage(0) == SQLITE_INTEGER && call.Storage(1) == SQLITE_INTEGER;
     whole ? DivideWhole(call) : Divide(call);
@@ -124,9 +118,7 @@ QList<FunctionEntry> OperatorFunctions() {
         {"zx_amp", 2, 2, Ampersand},
         {"zx_plus", 2, 2, Plus},
         {"zx_div", 2, 2, Divide},
-        {"zx_intdiv", 2, 2, DivideDeclaredWhole},
         {"zx_anydiv", 2, 2, DivideByStorage},
-        {"zx_wholediv", 2, 2, DivideWhole},
         {"zx_mod", 2, 2, Modulo},
         {"zx_xor", 2, 2, ExclusiveOr},
         {"zx_like", 2, 3, Like<false>},

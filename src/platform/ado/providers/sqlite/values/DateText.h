@@ -51,4 +51,10 @@ inline qint64 DayZero(bool file) {
     return file ? -25569 : -25567;
 }
 
+/// Whether a date and time is one of the dialect's calendar, which begins in 1753 on a server.
+inline bool IsInCalendar(qint64 ticks, bool file) {
+    return ticks >= DaysOf(file ? 100 : 1753, 1, 1) * TicksPerDay &&
+           ticks < DaysOf(10000, 1, 1) * TicksPerDay;
+}
+
 }  // namespace zephrin::ado::providers::sqlite

@@ -2,6 +2,7 @@
 
 #include <zephrin/ado/Error.h>
 
+#include <QByteArray>
 #include <QString>
 
 namespace zephrin::ado::providers::sqlite {
@@ -22,6 +23,12 @@ QString FailureSource();
 
 /// An error of this provider; `position` points into the statement, -1 for none.
 Error Failure(int number, const QString& description, qsizetype position = -1);
+
+/// An error of a function goes through the engine as a text; number and position travel in front of the
+/// words.
+QByteArray PackedFailure(int number, qsizetype position, const QString& words);
+/// The error of such a text, or of any other with the number for values that don't convert.
+Error UnpackedFailure(const QString& packed);
 
 /// Why a database could not be opened.
 Error ConnectFailure(const QString& description);
