@@ -1,8 +1,10 @@
+#include "flow/CalcFields.h"
 #include "flow/FieldOrder.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/SqlState.h"
 #include "sqlgen/WorkingRows.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace zephrin {
@@ -59,8 +61,7 @@ TEST(FieldOrder, ShowsTheRowsOfItsMode) {
         bool Output, Edit;
     } rows[] = {
         {"Group", "[T].[A];SUM([T].[B])", ";SUMOFB", true, false},
-        {"Order", "[T].[A] ASC;SUM([T].[B]) ASC;[T].[A]*2 ASC", "[T].[A] ASC;SUM([T].[B]) ASC;[T].[A]*2 ASC",
-         false, false},
+        {"Order", "[T].[A] ASC;SUM([T].[B]) ASC;[T].[A]*2 ASC", ";;", false, false},
         {"Calc", "[T].[A]*2;[T].[A]*3", "X;Y", true, true},
     };
     for (const auto& row : rows) {
@@ -74,6 +75,7 @@ TEST(FieldOrder, ShowsTheRowsOfItsMode) {
         EXPECT_EQ(fields.join(u';'), QString::fromUtf8(row.Fields));
         EXPECT_EQ(aliases.join(u';'), QString::fromUtf8(row.Aliases));
         EXPECT_EQ(form.OutputVisible, row.Output);
+        EXPECT_EQ(form.AliasVisible, row.Output);
         EXPECT_EQ(form.EditVisible, row.Edit);
         EXPECT_FALSE(form.DeleteEnabled || form.EditEnabled || form.UpEnabled || form.DownEnabled);
     }
@@ -248,16 +250,48 @@ TEST(FieldOrder, ARowThatCannotHoldTheEditedExpressionStays) {
     EXPECT_EQ(run.Orders().mid(2), Texts("[T].[A]*2 ASC"));
 }
 
-TEST(FieldOrder, ACancelledEditKeepsTheMoves) {
-    OrderRun run("Calc");
-    FieldOrderForm form = run.On(0);
-    MoveOrderRow(run.state, form, true);
-    BeginCalcEdit(run.state, form);
-    const QString old = run.state.EditCalcField;
-    EndCalcEdit(run.state, form, old);
-    EXPECT_EQ(form.ListIndex, 1);
-    AcceptFieldOrder(run.state, form);
-    EXPECT_EQ(run.Calcs(), Texts("[T].[A]*3;[T].[A]*2"));
+TEST(FieldOrder, MovesOutlastWhatElseIsDone) {
+    const QStringList rows = Texts("[T].[A]*2;[T].[A]*3;[T].[A]*4");
+    const struct {
+        const char* What;
+        std::function<void(OrderRun&, FieldOrderForm&)> Act;
+        const char* After;
+    } acts[] = {
+        {"a cancelled edit",
+         [](OrderRun& run, FieldOrderForm& form) {
+             BeginCalcEdit(run.state, form);
+             EndCalcEdit(run.state, form, run.state.EditCalcField);
+             EXPECT_EQ(form.ListIndex, 2);
+         },
+         "[T].[A]*3;[T].[A]*4;[T].[A]*2"},
+        {"an edit",
+         [](OrderRun& run, FieldOrderForm& form) {
+             OrderRowClicked(run.state, form, 0);
+             BeginCalcEdit(run.state, form);
+             CalcFieldForm editor = LoadCalcField(run.state);
+             ExpressionTyped(editor, QStringLiteral("9"));
+             EXPECT_EQ(AcceptCalcField(run.state, editor), CalcOutcome::Stored);
+             EndCalcEdit(run.state, form, QStringLiteral("[T].[A]*3"));
+             EXPECT_EQ(form.Alias, QStringLiteral("Y")) << "the row is still in hand";
+         },
+         "9;[T].[A]*4;[T].[A]*2"},
+        {"a delete",
+         [](OrderRun& run, FieldOrderForm& form) {
+             OrderRowClicked(run.state, form, 1);
+             run.prompts->Answers = {BoxAnswer::Yes};
+             DeleteOrderRow(run.state, form);
+         },
+         "[T].[A]*3;[T].[A]*2"},
+    };
+    for (const auto& act : acts) {
+        OrderRun run("Calc");
+        run.Add(run.state.rsCalcFields, {rows[2], QStringLiteral("Z"), QStringLiteral("YES")});
+        FieldOrderForm form = run.On(0);
+        for (int step = 0; step < 2; ++step) MoveOrderRow(run.state, form, true);
+        act.Act(run, form);
+        AcceptFieldOrder(run.state, form);
+        EXPECT_EQ(run.Calcs(), Texts(act.After)) << act.What;
+    }
 }
 
 TEST(FieldOrder, DeletingABlankExpressionTakesNoOrderAlong) {

@@ -123,13 +123,22 @@ TEST(CriteriaColumns, RowsAreCarriedOverByName) {
     EXPECT_EQ(sql.Form().dgrSQL.DataSource, sql.state.rsWhere);
     EXPECT_EQ(sql.state.rsWhere->TextAt(0, 2), QStringLiteral("= 1"));
     EXPECT_TRUE(sql.state.rsWhere->IsNullAt(0, 1)) << "an emptied cell is not carried over";
-    // A column that goes takes its criteria along, but its rows stay until they are purged.
+    // While no fields are known the conditions wait.
+    sql.state.colFields.Clear();
+    SyncCriteriaColumns(sql.state);
+    EXPECT_EQ(sql.state.rsWhere->RecordCount(), 2);
+    // A column that goes takes its criteria along, and the rows that have no others. A row that is being
+    // begun stays until it is purged.
+    sql.AddCriteria({QStringLiteral("B: = 3")});
+    for (const char16_t* text : {u"", u" "})
+        sql.AddCriteria({QStringLiteral("A: ") + QString::fromUtf16(text)});
     sql.state.colFields = Collection(QStringList{QStringLiteral("B")});
     SyncCriteriaColumns(sql.state);
     EXPECT_EQ(sql.state.rsWhere->RecordCount(), 2);
-    sql.state.rsWhere->SetValueAt(1, 0, QStringLiteral(" "));
+    EXPECT_EQ(sql.state.rsWhere->TextAt(0, 0), QStringLiteral("= 3"));
+    sql.AddCriteria({QStringLiteral("B:  ")});
     PurgeEmptyCriteria(sql.state);
-    EXPECT_EQ(sql.state.rsWhere->RecordCount(), 1) << "a blank is a text";
+    EXPECT_EQ(sql.state.rsWhere->RecordCount(), 2) << "a blank is a text";
     EXPECT_EQ(sql.state.rsWhere->AbsolutePosition(), 1);
 }
 
