@@ -295,19 +295,4 @@ TEST(Criteria, AShowingThatEndsInTheQuestionEndsTheCommit) {
     EXPECT_EQ(run.Form().StatusText, QString());
 }
 
-TEST(Criteria, LeavingTheTabEmptiesTheEntry) {
-    BuildRun run;
-    run.PickField(total);
-    run.PickOperator(between);
-    ValueTyped(run.state, 0, QStringLiteral("1"));
-    SelectTab(run.state, WizardTab::Fields);
-    const FormState& form = run.Form();
-    EXPECT_EQ(form.lstSelectedFields.Items.ListIndex(), -1);
-    EXPECT_EQ(form.lstOperands.Items.ListIndex(), -1);
-    EXPECT_EQ(form.cmbAvailableValues1.Text, QString());
-    EXPECT_FALSE(form.cmbAvailableValues1.Enabled);
-    EXPECT_FALSE(form.lstOperands.Enabled);
-    EXPECT_FALSE(form.cmdCommit.Enabled);
-}
-
 }  // namespace zephrin

@@ -15,10 +15,8 @@ using test::SqlState;
 struct GroupRun : SqlState {
     GroupRun() {
         Form().optQuery.Selected = 1;
-        Choose({QStringLiteral("[T]")},
-               {QStringLiteral("[T].[Price]"), QStringLiteral("[T].[Unit Price each]"),
-                QStringLiteral("[T].[a.b]")});
-        Add(state.rsCalcFields, {QStringLiteral("[T].[Price]*2"), QStringLiteral("Profit")});
+        Choose("[T]", "[T].[Price],[T].[Unit Price each],[T].[a.b]");
+        Add(state.rsCalcFields, "[T].[Price]*2|Profit");
         RefreshSelectedFieldList(state);
     }
     void Add(int field, const char* operatorText, BoxAnswer answer = BoxAnswer::Yes) {
