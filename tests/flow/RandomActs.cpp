@@ -29,7 +29,7 @@ const char* const values[] = {"1",         "5",         "7",   "O'Brien", "a%", 
 constexpr int plainValueCount = 3;
 const char* const tops[] = {"5", "", "abc", "150", "1.5"};
 const char* const expressions[] = {"[Orders].[Total]*2", "SUM([Orders].[Total])", "[Orders].[Id]\n+1",
-                                   "[Customers].[Id]>1", "1"};
+                                   "[Customers].[Id]-1", "1"};
 const char* const aliases[] = {"Calc0", "Calc1", "calc1", "SumOfTotal", "Calc2", "Calc3"};
 
 QString ValueOf(const Act& act, int number) {
