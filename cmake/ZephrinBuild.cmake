@@ -55,6 +55,11 @@ function(zephrin_part name option what package version)
     set(ZEPHRIN_PARTS ${ZEPHRIN_PARTS} ${name} PARENT_SCOPE)
 endfunction()
 
+if(ZEPHRIN_FUZZ)
+    target_compile_options(zephrin_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(zephrin_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # zephrin_room(NAME DEPENDS room... LIBRARIES lib...)
 #
 # A room is the static library of its folder. It sees the public headers, its own folder's tree by paths from src/,

@@ -29,8 +29,8 @@ void Limit(int what, rlim_t most) {
 
 }  // namespace
 
-void GiveUpRights(bool serves) {
-    if (serves) {
+void GiveUpRights(bool endsWithParent) {
+    if (endsWithParent) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         // The parent may have ended before that was said.
         if (getppid() == 1) _exit(1);
@@ -43,8 +43,7 @@ void GiveUpRights(bool serves) {
 #endif
     Limit(RLIMIT_CPU, FromEnvironment("ZEPHRIN_READER_SECONDS", 600));
     Limit(RLIMIT_NOFILE, 32);
-    // Standard output is a pipe then, which this doesn't concern.
-    if (serves) Limit(RLIMIT_FSIZE, 0);
+    Limit(RLIMIT_FSIZE, 0);
     Limit(RLIMIT_CORE, 0);
 }
 

@@ -175,7 +175,11 @@ void ShowSqlView(ZPGGlobalDeclarations& state) {
     EndCriteriaEntry(state);
     HideGrid(form);
     PurgeEmptyCriteria(state);
-    RefillFieldList(state);
+    if (form.optQuery.Selected == 1) {
+        RefreshSelectedFieldList(state);
+    } else {
+        FillQueryFieldList(state);
+    }
     RegenerateStatement(state);
     EnableAndOr(form, !state.WhereClause.isEmpty());
     form.Pointer = MousePointer::Default;

@@ -1,11 +1,10 @@
 #include "flow/FieldOrder.h"
 
 #include "flow/BuildTab.h"
-#include "sqlgen/Aliases.h"
 #include "sqlgen/Statement.h"
 #include "sqlgen/WorkingRows.h"
 
-#include <algorithm>
+#include <functional>
 
 namespace zephrin {
 
@@ -27,7 +26,7 @@ auto& Target(State& state) {
 /// What the lists show of the row on which `rows` stands.
 FieldOrderForm::Row Shown(const ZPGGlobalDeclarations& state, const ado::Recordset& rows) {
     if (IsCalc(state)) return {rows.Text(u"CalcField"), rows.Text(u"Alias")};
-    if (!IsGroup(state)) return {rows.Text(u"OrderBy"), {}};
+    if (!IsGroup(state)) return {rows.Text(u"OrderBy"), rows.Text(u"OrderBy")};
     const QString expression = rows.Text(u"GroupBy");
     return {expression.isEmpty() ? rows.Text(u"FieldName") : expression, rows.Text(u"FieldAlias")};
 }
@@ -46,20 +45,18 @@ bool MoveToRow(const ZPGGlobalDeclarations& state, const FieldOrderForm::Row& ro
     return false;
 }
 
-void SelectNothing(FieldOrderForm& form) {
-    form.ListIndex = -1;
-    form.Alias.clear();
-    form.Output = false;
-    form.DeleteEnabled = form.EditEnabled = form.UpEnabled = form.DownEnabled = false;
+using RowTest = std::function<bool(const ado::Recordset&)>;
+
+void DeleteWhere(const ado::RecordsetPtr& rows, const RowTest& goes) {
+    if (!HasRows(rows)) return;
+    for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext())
+        if (goes(*rows)) rows->Delete();
+    rows->MoveFirst();
 }
 
-/// Takes a row out of the list: the one in hand where it is that one, for rows may be equal.
-void TakeOut(FieldOrderForm& form, const FieldOrderForm::Row& row) {
-    const FieldOrderForm::Row* inHand = InHand(form);
-    const auto place = inHand && *inHand == row ? form.Rows.begin() + form.ListIndex
-                                                : std::find(form.Rows.begin(), form.Rows.end(), row);
-    if (place != form.Rows.end()) form.Rows.erase(place);
-    SelectNothing(form);
+void DeleteAlias(ZPGGlobalDeclarations& state, const QString& alias) {
+    if (alias.isEmpty()) return;
+    DeleteWhere(state.rsAlias, [&](const ado::Recordset& row) { return row.Text(u"Alias") == alias; });
 }
 
 void EnableMoves(FieldOrderForm& form) {
@@ -151,7 +148,7 @@ void BeginFieldOrder(ZPGGlobalDeclarations& state, const QString& mode) {
 
 FieldOrderForm LoadFieldOrder(const ZPGGlobalDeclarations& state) {
     FieldOrderForm form;
-    form.OutputVisible = form.AliasVisible = IsGroup(state) || IsCalc(state);
+    form.OutputVisible = IsGroup(state) || IsCalc(state);
     form.EditVisible = IsCalc(state);
     FillOrderLists(state, form);
     return form;
@@ -159,7 +156,10 @@ FieldOrderForm LoadFieldOrder(const ZPGGlobalDeclarations& state) {
 
 void FillOrderLists(const ZPGGlobalDeclarations& state, FieldOrderForm& form) {
     form.Rows.clear();
-    SelectNothing(form);
+    form.ListIndex = -1;
+    form.Alias.clear();
+    form.Output = false;
+    form.DeleteEnabled = form.EditEnabled = form.UpEnabled = form.DownEnabled = false;
     const ado::RecordsetPtr& rows = Target(state);
     if (!HasRows(rows)) return;
     for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext()) form.Rows.push_back(Shown(state, *rows));
@@ -207,10 +207,7 @@ void EndCalcEdit(ZPGGlobalDeclarations& state, FieldOrderForm& form, const QStri
     state.CalcFieldCreated = false;
     FollowInGroups(state, oldExpression, state.EditCalcNew);
     FollowInOrders(state, oldExpression, state.EditCalcNew);
-    if (InHand(form)) {
-        form.Rows[static_cast<size_t>(form.ListIndex)].Field = state.EditCalcNew;
-        OrderRowClicked(state, form, form.ListIndex);
-    }
+    FillOrderLists(state, form);
     state.EditCalcNew.clear();
 }
 
@@ -219,20 +216,21 @@ void DeleteOrderRow(ZPGGlobalDeclarations& state, FieldOrderForm& form) {
     if (!inHand) return;
     // Kept by value: a host's box may let the user change the rows meanwhile.
     const FieldOrderForm::Row row = *inHand;
+    const QString alias = form.Alias;
     const int showing = state.Showing;
     const BoxAnswer answer = state.UserPrompts->MsgBox(
         ResString(state, 177), BoxStyle::YesNo + BoxStyle::Question, ResString(state, 178));
     if (state.Showing != showing || answer != BoxAnswer::Yes) return;
     if (MoveToRow(state, row)) Target(state)->Delete();
-    if (!row.Alias.isEmpty()) DeleteAlias(state, row.Alias, row.Field);
     if (form.OutputVisible) {
-        DeleteRows(state.rsOrderBy, [&](const ado::Recordset& orders, qint64 at) {
+        DeleteAlias(state, row.Alias);
+        DeleteWhere(state.rsOrderBy, [&](const ado::Recordset& order) {
             // Every text holds the empty one, which an expression of nothing but blanks is stored as.
-            return !row.Field.isEmpty() &&
-                   orders.TextAt(at, orders.FieldIndex(u"OrderBy")).contains(row.Field);
+            return !row.Field.isEmpty() && order.Text(u"OrderBy").contains(row.Field);
         });
     }
-    TakeOut(form, row);
+    DeleteAlias(state, alias);
+    FillOrderLists(state, form);
 }
 
 void AcceptFieldOrder(ZPGGlobalDeclarations& state, const FieldOrderForm& form) {

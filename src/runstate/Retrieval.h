@@ -2,6 +2,8 @@
 
 #include "runstate/ZPGGlobalDeclarations.h"
 
+#include <QVariant>
+
 #include <functional>
 
 namespace zephrin {
@@ -15,9 +17,9 @@ class clsFieldRetrieval {
     /// Hears the description of any failure; the result is then empty.
     std::function<void(const QString& description)> FieldCollectionError;
 
-    /// The fields of `tables` as `[table].[field]`, table after table, in column order. A table text loses
-    /// its first and last character, so it must carry its delimiters; a text of one or two characters ends
-    /// the walk and the result is empty.
+    /// The fields of `tables` as `[table].[field]`, table after table, in column order. A table text loses its first
+    /// and last character, so it must carry its delimiters; a text of one or two characters ends the walk and the
+    /// result is empty.
     Collection FieldCollection(const Collection& tables);
 
  private:
@@ -36,15 +38,12 @@ class clsFieldType {
     ZPGGlobalDeclarations& state;
 };
 
-/// Reads the distinct values of one field, or of an expression, on the shared connection, in ascending order,
-/// Null included.
+/// Reads the distinct values of one field on the shared connection, in ascending order, Null included.
 class clsFieldValues {
  public:
     explicit clsFieldValues(ZPGGlobalDeclarations& run) : state(run) {}
-    // Both answer with one column and throw ado::Error where it can't be read. `from` is a FROM clause with
-    // what follows it.
-    ado::RecordsetPtr colFieldValues(const QString& tableName, const QString& fieldName);
-    ado::RecordsetPtr colExpressionValues(const QString& expression, const QString& from);
+    /// What could be read until a failure, if there was one.
+    QList<QVariant> colFieldValues(const QString& tableName, const QString& fieldName);
 
  private:
     ZPGGlobalDeclarations& state;

@@ -14,7 +14,6 @@ class QueryFields {
 
     void Add(const QString& shown, const QString& key, const QString& column) {
         texts << shown;
-        meanings << key;
         keys.push_back({key, column});
     }
     /// Every field, without its table: same-named fields of two tables look the same.
@@ -23,13 +22,13 @@ class QueryFields {
     }
     void Show() {
         form.lstSelectedFields.Items.Clear();
-        form.lstSelectedFields.Items.AddItems(texts, meanings);
+        form.lstSelectedFields.Items.AddItems(texts);
         form.SelectedFieldKeys = std::move(keys);
     }
 
  private:
     FormState& form;
-    QStringList texts, meanings;
+    QStringList texts;
     std::vector<FormState::FieldKey> keys;
 };
 

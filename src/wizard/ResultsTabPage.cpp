@@ -6,7 +6,6 @@
 #include "wizard/Build.h"
 #include "wizard/ExportMeans.h"
 #include "wizard/ShowControl.h"
-#include "wizard/Splits.h"
 #include "wizard/frmExcelDataChoice.h"
 
 #include <QGroupBox>
@@ -75,10 +74,12 @@ void ResultsTabPage::ConnectControls() {
     });
     OnClick(cmdExcel, [this](ZPGGlobalDeclarations& state) { Export(state); });
     OnClick(cmdResAddSplit, [this](ZPGGlobalDeclarations& state) {
-        AddSplit(state, dgrQueryResults, state.Form->cmdResDeleteSplit);
+        dgrQueryResults->AddSplit();
+        state.Form->cmdResDeleteSplit.Enabled = true;
     });
     OnClick(cmdResDeleteSplit, [this](ZPGGlobalDeclarations& state) {
-        RemoveSplit(dgrQueryResults, state.Form->cmdResDeleteSplit);
+        dgrQueryResults->RemoveSplit();
+        state.Form->cmdResDeleteSplit.Enabled = dgrQueryResults->SplitCount() > 1;
     });
 }
 

@@ -1,7 +1,5 @@
 #include "platform/controls/ColouredText.h"
 
-#include "platform/controls/DocumentText.h"
-
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -56,7 +54,9 @@ ColouredText::ColouredText(QWidget* parent) : QTextEdit(parent) {
 }
 
 QString ColouredText::Text() const {
-    return DocumentText(*document());
+    QString text = document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, QLatin1StringView("\r\n"));
+    return text;
 }
 
 void ColouredText::SetBold(bool bold) {

@@ -60,10 +60,8 @@ int DataGrid::SplitCount() const {
     return static_cast<int>(d->panes.size());
 }
 
-bool DataGrid::AddSplit() {
-    const bool room = d->HasRoomForPane();
-    if (room) d->AddPane();
-    return room;
+void DataGrid::AddSplit() {
+    d->AddPane();
 }
 
 void DataGrid::RemoveSplit() {
@@ -120,10 +118,6 @@ QTableView* DataGrid::Pane(int index) const {
 
 QList<QAction*> DataGrid::CellActions() {
     return d->actions.Now();
-}
-
-QSize DataGrid::minimumSizeHint() const {
-    return d->panes.front()->minimumSizeHint();
 }
 
 void DataGrid::SetEmptyText(const QString& text) {

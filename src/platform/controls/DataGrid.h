@@ -55,9 +55,7 @@ class DataGrid : public QWidget {
     void MarkColumn(int column);
 
     int SplitCount() const;
-    /// Adds a pane in the room of the others. False, with nothing added, where a further one would be too narrow:
-    /// the grid never asks for more room because of its panes.
-    bool AddSplit();
+    void AddSplit();
     /// Removes the last pane; does nothing when there is only one.
     void RemoveSplit();
 
@@ -90,8 +88,6 @@ class DataGrid : public QWidget {
 
     /// What stands in the middle while there is no recordset or no row.
     void SetEmptyText(const QString& text);
-
-    QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
     void HeadClick(int column);

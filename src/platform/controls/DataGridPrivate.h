@@ -29,7 +29,6 @@ class DataGridPrivate : public QObject, public PaneOwner {
 
     void SetDataSource(const ado::RecordsetPtr& source);
     void AddPane();
-    bool HasRoomForPane() const;
     void RemovePane();
     void SetColumnWidth(int column, int width);
     void SetButton(int column, bool show);

@@ -1,0 +1,1 @@
+1SELECT DISTINCT TOP 2 IIF([A] > 1, 'big', 'small') AS size, FORMAT([Since], 'dd/mm/yyyy'), MID([Name], 2, 3) & "z" FROM [Parts] WHERE [Since] BETWEEN #01/01/1999# AND #12/31/2024# ORDER BY 1

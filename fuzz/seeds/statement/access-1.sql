@@ -1,0 +1,1 @@
+1SELECT [Parts].[Id], FIRST([Uses].[V]) FROM ([Parts] LEFT JOIN [Uses] ON [Parts].[Id] = [Uses].[Part]) GROUP BY [Parts].[Id], [Parts].[A] \ 2, [Parts].[A] ^ 2, 7 MOD 2

@@ -1,0 +1,1 @@
+2SELECT [A] & 'x', DATEPART('m', [Since]), TRIM([Name]) FROM [Parts] WHERE [Ok] = TRUE AND NOT [B] IS NULL

@@ -1,0 +1,1 @@
+0SELECT TOP 3 [Parts].[Name], SUM([Parts].[A]) AS s FROM [Parts] INNER JOIN [Uses] ON [Parts].[Id] = [Uses].[Part] WHERE [Parts].[Since] > '1999-01-01' GROUP BY [Parts].[Name] HAVING SUM([Parts].[A]) > 1 ORDER BY s DESC

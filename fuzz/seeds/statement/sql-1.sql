@@ -1,0 +1,1 @@
+0SELECT TOP 50 PERCENT CASE [A] WHEN 1 THEN 'x' ELSE CONVERT(varchar(10), [Since], 103) END, LEFT([Name],2) + 'y', CAST([Price] AS int) FROM [Parts] WHERE [Name] LIKE 's[a-k]%' AND [Id] IN (SELECT [Part] FROM [Uses])

@@ -1,0 +1,1 @@
+0SELECT DATEADD(day, 1, GETDATE()), DATEDIFF(month, [Since], '2024-01-01'), ISNULL([B], 0), AVG([A]) FROM [Parts] GROUP BY [Since], [B] UNION ALL SELECT NULL, 1, 2, 3

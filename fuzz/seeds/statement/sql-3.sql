@@ -1,0 +1,1 @@
+0CREATE VIEW [V] AS SELECT * FROM [Dear]

@@ -1,0 +1,1 @@
+0ALTER VIEW [Dear] AS SELECT [Id] FROM [Parts]

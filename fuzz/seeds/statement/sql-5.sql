@@ -1,0 +1,1 @@
+0UPDATE [Parts] SET [A] = [A] + 1 WHERE EXISTS (SELECT 1 FROM [Uses])

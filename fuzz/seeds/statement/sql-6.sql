@@ -1,0 +1,1 @@
+0INSERT INTO [Uses] VALUES (1, 2, 3, N'x')
