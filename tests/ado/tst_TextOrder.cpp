@@ -1,9 +1,11 @@
+#include "platform/ado/EqualTexts.h"
 #include "platform/ado/TextOrder.h"
 
 #include <QRandomGenerator>
 #include <QString>
 
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
 #include <thread>
 
@@ -94,6 +96,61 @@ TEST(TextOrder, KeysAgreeWithComparisons) {
     std::thread other(check, 1);
     check(2);
     other.join();
+}
+
+/// The walk through texts in the order of their bytes finds all that are equal, whatever lies between.
+TEST(TextOrder, EqualTextsAreFoundAmongOthers) {
+    const QString alphabets[] = {
+        QString::fromUtf8("aAbB l"),
+        QString::fromUtf8("aAeElL \x01\u00B7\u00E9\u0301\u0308ßæＡa"),
+        QString::fromUtf8("иИйЙ\u0306ж a"),
+        QString::fromUtf8("เกขaA\u0E48 "),
+        QString::fromUtf8("カか\u30FCーｶ日本本"),
+    };
+    QRandomGenerator random(7);
+    for (int round = 0; round < 600; ++round) {
+        const QString& characters = alphabets[round % 5];
+        const auto text = [&] {
+            QString made;
+            for (int left = random.bounded(5); left > 0; --left)
+                made += characters[random.bounded(int(characters.size()))];
+            return made.toStdString();
+        };
+        std::set<std::string> texts{"a\xFF", std::string("a\0b", 3)};
+        for (int count = random.bounded(1, 200); count > 0; --count) texts.insert(text());
+        const std::string wanted =
+            random.bounded(4) ? *std::next(texts.begin(), random.bounded(int(texts.size()))) : text();
+        const EqualTexts search(wanted);
+        if (!search.CanSearch()) continue;
+        std::vector<std::string> found;
+        for (auto at = texts.begin(); at != texts.end();) {
+            if (CompareTexts(*at, wanted) == 0) found.push_back(*at);
+            const std::optional<std::string> behind = search.Behind(*at);
+            if (!behind) break;
+            ASSERT_GT(*behind, *at);
+            at = texts.lower_bound(*behind);
+        }
+        std::vector<std::string> equal;
+        std::copy_if(texts.begin(), texts.end(), std::back_inserter(equal),
+                     [&](const std::string& other) { return CompareTexts(other, wanted) == 0; });
+        EXPECT_EQ(found, equal) << "looking for " << wanted;
+    }
+    // Far fewer are looked at than there are.
+    std::set<std::string> names;
+    for (int index = 0; index < 20'000; ++index)
+        names.insert("Customer " + std::to_string(index * 7919 % 100'003));
+    names.insert({"CUSTOMER 31676", "customer 31676  ", "zebra"});
+    const EqualTexts search("Customer 31676");
+    int steps = 0;
+    int hits = 0;
+    for (auto at = names.begin(); at != names.end(); ++steps) {
+        hits += CompareTexts(*at, "Customer 31676") == 0;
+        const std::optional<std::string> behind = search.Behind(*at);
+        if (!behind) break;
+        at = names.lower_bound(*behind);
+    }
+    EXPECT_EQ(hits, 3);
+    EXPECT_LT(steps, 60);
 }
 
 }  // namespace

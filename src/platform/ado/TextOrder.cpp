@@ -1,40 +1,38 @@
 #include "platform/ado/TextOrder.h"
 
+#include "platform/ado/TextCollator.h"
+
 #include <QString>
 
 #include <algorithm>
 #include <array>
-#include <unicode/ucol.h>
-#include <unicode/ucoleitr.h>
 
 namespace zephrin::ado {
 
-namespace {
-
-/// The root order of Unicode, which no user's settings change, down to accents. Comparing with it is safe on
-/// any thread.
-const UCollator* Collator() {
+const UCollator* TextCollator() {
     static const UCollator* const collator = [] {
         UErrorCode status = U_ZERO_ERROR;
         UCollator* const opened = ucol_open("", &status);
-        Q_ASSERT_X(U_SUCCESS(status), "Collator", "ICU has no data");
+        Q_ASSERT_X(U_SUCCESS(status), "TextCollator", "ICU has no data");
         ucol_setStrength(opened, UCOL_SECONDARY);
         return opened;
     }();
     return collator;
 }
 
-UCollationElements* OpenElements() {
+UCollationElements* OpenTextElements() {
     UErrorCode status = U_ZERO_ERROR;
-    return ucol_openElements(Collator(), nullptr, 0, &status);
+    return ucol_openElements(TextCollator(), nullptr, 0, &status);
 }
+
+namespace {
 
 /// What makes most comparisons cheap: each character of ASCII has one weight, and that of no other character
 /// hangs on it but for what stands behind it. So a text of these characters alone is compared by a table.
 class PlainRanks {
  public:
     PlainRanks() {
-        UCollationElements* const elements = OpenElements();
+        UCollationElements* const elements = OpenTextElements();
         std::array<int, 128> ofCharacter{};
         for (std::size_t character = 0; character < ofCharacter.size(); ++character) {
             const UChar text = static_cast<UChar>(character);
@@ -80,7 +78,7 @@ std::string_view WithoutEndBlanks(std::string_view text) {
 
 int CompareInFull(std::string_view left, std::string_view right) {
     UErrorCode status = U_ZERO_ERROR;
-    return ucol_strcollUTF8(Collator(), left.data(), static_cast<int32_t>(left.size()), right.data(),
+    return ucol_strcollUTF8(TextCollator(), left.data(), static_cast<int32_t>(left.size()), right.data(),
                             static_cast<int32_t>(right.size()), &status);
 }
 
@@ -130,7 +128,7 @@ void TextKeyWriter::Append(std::string_view text, std::vector<char>& key) {
 void TextKeyWriter::AppendByElements(std::string_view text, std::vector<char>& key) {
     static const PlainRanks& ranks = Plain();
     constexpr char noAccent = 5;
-    if (!elements) elements = OpenElements();
+    if (!elements) elements = OpenTextElements();
     const QString wide = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     UErrorCode status = U_ZERO_ERROR;
     ucol_setText(elements, reinterpret_cast<const UChar*>(wide.utf16()), static_cast<int32_t>(wide.size()),

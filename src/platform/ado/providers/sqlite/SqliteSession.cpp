@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 namespace zephrin::ado::providers::sqlite {
 
@@ -35,7 +36,7 @@ void Distrust(sqlite3* database) {
         {SQLITE_LIMIT_LENGTH, 500'000'000},
         {SQLITE_LIMIT_SQL_LENGTH, Limits::WrittenBytes},
         {SQLITE_LIMIT_COLUMN, Limits::Columns},
-        {SQLITE_LIMIT_EXPR_DEPTH, 2 * Limits::TreeHeight},
+        {SQLITE_LIMIT_EXPR_DEPTH, 3 * Limits::TreeHeight},
         {SQLITE_LIMIT_COMPOUND_SELECT, Limits::QueriesInUnion},
         {SQLITE_LIMIT_VDBE_OP, 10'000'000},
         {SQLITE_LIMIT_TRIGGER_DEPTH, 50},
@@ -113,6 +114,8 @@ void SqliteSession::CheckDatabase(const QString& path, int timeout) {
 }
 
 std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const ExecuteOptions& options) {
+    // The first row is fetched by then, and the cursor goes on seeing what it saw.
+    const auto endLookUps = qScopeGuard([this] { catalog.EndLookUps(); });
     Deadline deadline(options.CommandTimeout, waiting);
     Translation translation;
     {

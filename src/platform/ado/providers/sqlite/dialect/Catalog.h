@@ -4,6 +4,9 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
+
+#include <optional>
 
 namespace zephrin::ado::providers::sqlite {
 
@@ -12,6 +15,8 @@ struct CatalogColumn {
     ColumnType Type;
     /// False for a column that a query makes, whose values are of its type for certain.
     bool IsStored = true;
+    /// Where it lies, for a column of a table or view; empty for what a query reckons.
+    QString Table = {};
 };
 
 struct CatalogTable {
@@ -25,6 +30,12 @@ class Catalog {
     virtual ~Catalog() = default;
     /// A table or a view, by name without regard to case; null where there is none.
     virtual const CatalogTable* Find(const QString& name) const = 0;
+    /// The values of a column that are equal to `text` in the order of texts, whatever their bytes, where an
+    /// index finds them quickly; nothing where none does.
+    virtual std::optional<QStringList> EqualTexts(const QString& /*table*/, const QString& /*column*/,
+                                                  const QString& /*text*/) const {
+        return std::nullopt;
+    }
     /// Called again and again while a statement is translated; throws once it has taken too long.
     virtual void CheckTime() const {}
 };

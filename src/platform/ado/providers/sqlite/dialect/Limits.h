@@ -11,7 +11,7 @@ inline constexpr int WrittenBytes = 4'000'000;
 /// expression as four: so much more of the stack they take, and the engine takes fewer of them.
 inline constexpr int Nesting = 100;
 /// Levels of the tree that comes of it, in which each operator of a chain is one more.
-inline constexpr int TreeHeight = 200;
+inline constexpr int TreeHeight = 100;
 inline constexpr int Columns = 2000;
 inline constexpr int JoinedTables = 64;
 inline constexpr int QueriesInUnion = 250;

@@ -74,6 +74,7 @@ bool Resolver::FindColumn(Expression& column, const Scope& scope) const {
             found = true;
             column.Type = candidate.Type;
             column.IsStored = candidate.IsStored;
+            column.Table = candidate.Table;
             column.Identity =
                 QStringLiteral("%1:%2:%3").arg(scope.Number).arg(index).arg(candidate.Name.toCaseFolded());
         }

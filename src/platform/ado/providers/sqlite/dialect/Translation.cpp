@@ -122,7 +122,7 @@ Translation Translate(const QString& statement, Dialect dialect, const Catalog& 
         translation.Steps.push_back(WriteView(statement, dialect, tree));
         return translation;
     }
-    Writer writer(statement, dialect, false);
+    Writer writer(statement, dialect, false, tree.Kind == StatementKind::Select ? &catalog : nullptr);
     if (tree.Kind == StatementKind::Select) {
         translation.Output = OutputOf(*tree.Body);
         writer.WriteQuery(*tree.Body);

@@ -79,6 +79,8 @@ struct Expression {
     /// In ORDER BY, which column of the query it stands for, from 0; -1 for an expression of its own.
     int Output = -1;
     bool IsAggregate = false;
+    /// The table of a column that lies in one.
+    QString Table;
 };
 
 enum class SourceKind : quint8 { Table, Derived, Join };

@@ -14,11 +14,12 @@ namespace zephrin::ado::providers::sqlite {
 class Writer {
  public:
     /// `forView` writes what may be kept in the file: without a collation that only this provider knows.
-    Writer(const QString& statement, Dialect dialect, bool forView)
+    /// `lookUps` finds texts by an index for a query that runs at once.
+    Writer(const QString& statement, Dialect dialect, bool forView, const Catalog* lookUps = nullptr)
         : text(statement),
           speaks(dialect),
           collation(forView ? " COLLATE NOCASE" : " COLLATE ZEPHRIN"),
-          isStoring(forView) {}
+          tables(lookUps) {}
 
     void WriteQuery(const Query& query);
     void WriteStatement(const Statement& statement);
@@ -60,7 +61,10 @@ class Writer {
 
     // --- Expressions (WriterExpressions.cpp)
     void Write(const Expression& value);
-    void WriteJoined(const std::vector<ExpressionPtr>& operands, size_t from, size_t to, const char* word);
+    void WriteJoined(const std::vector<ExpressionPtr>& operands, size_t from, size_t to, const char* word,
+                     bool filters);
+    void WriteFilter(const Expression& condition, bool onlyFilters);
+    bool WriteLookUp(const Expression& condition);
     void WriteList(const std::vector<ExpressionPtr>& operands, size_t from);
     void WriteCall(const char* function, const Expression& value);
     void WriteColumn(const Expression& column);
@@ -111,6 +115,9 @@ class Writer {
     const char* collation;
     /// Whether the order of the tables of the FROM in hand shows nowhere.
     bool mayTurnJoins = true;
+    const Catalog* tables;
+    /// Whether the condition in hand only lets rows pass: to that, Null is the same as False.
+    bool filters = false;
     /// Whether what comes out is kept in the file: in the form that columns have, which other programs read
     /// too.
     bool isStoring = false;

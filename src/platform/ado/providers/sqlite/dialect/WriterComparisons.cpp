@@ -105,6 +105,45 @@ void Writer::WriteComparison(const Expression& left, const QString& symbol, cons
     out << CollationFor(as) << ")";
 }
 
+void Writer::WriteFilter(const Expression& condition, bool onlyFilters) {
+    filters = onlyFilters;
+    WriteCondition(condition);
+    filters = false;
+}
+
+/// The engine can't use an index for texts that it compares by our order, as the index has its own. So the
+/// values that the index holds of these texts are looked up first, and the condition says in addition that
+/// the column is one of them: that takes no row away. False where the condition is nothing of the kind.
+bool Writer::WriteLookUp(const Expression& condition) {
+    const bool list = condition.Kind == ExpressionKind::InList && !condition.IsNegated;
+    const bool equals = condition.Kind == ExpressionKind::Compare && condition.Name == u"=";
+    if (!list && !equals) return false;
+    const bool turned = equals && condition.Operands[0]->Kind == ExpressionKind::Text;
+    const Expression& column = *condition.Operands[turned ? 1 : 0];
+    if (column.Kind != ExpressionKind::Column || column.Table.isEmpty() || !IsTextType(column.Type.Type))
+        return false;
+    // Looking up many takes longer than one walk through all.
+    if (condition.Operands.size() > 100) return false;
+    QStringList values;
+    for (size_t index = 0; index < condition.Operands.size(); ++index) {
+        const Expression& wanted = *condition.Operands[index];
+        if (&wanted == &column) continue;
+        if (wanted.Kind != ExpressionKind::Text) return false;
+        const std::optional<QStringList> found = tables->EqualTexts(column.Table, column.Name, wanted.Name);
+        if (!found) return false;
+        values += *found;
+    }
+    out << "(";
+    Write(condition);
+    out << " AND ";
+    WriteColumn(column);
+    out << " IN (";
+    for (qsizetype index = 0; index < values.size(); ++index)
+        out << (index == 0 ? "" : ", ") << QuotedText(values[index]);
+    out << "))";
+    return true;
+}
+
 void Writer::WriteBetween(const Expression& value) {
     const Comparing as = Decide({value.Operands[0].get(), value.Operands[1].get(), value.Operands[2].get()});
     out << (value.IsNegated ? "(NOT (" : "((");

@@ -9,6 +9,8 @@ namespace zephrin::ado::providers::sqlite {
 void Writer::Write(const Expression& value) {
     const Level deeper(*this, value.At.From);
     out.Mark(value.At.From);
+    const bool onlyFilters = std::exchange(filters, false);
+    if (onlyFilters && WriteLookUp(value)) return;
     switch (value.Kind) {
         case ExpressionKind::Null:
             out << "NULL";
@@ -75,10 +77,10 @@ void Writer::Write(const Expression& value) {
             out << ")";
             break;
         case ExpressionKind::And:
-            WriteJoined(value.Operands, 0, value.Operands.size(), " AND ");
+            WriteJoined(value.Operands, 0, value.Operands.size(), " AND ", onlyFilters);
             break;
         case ExpressionKind::Or:
-            WriteJoined(value.Operands, 0, value.Operands.size(), " OR ");
+            WriteJoined(value.Operands, 0, value.Operands.size(), " OR ", onlyFilters);
             break;
         case ExpressionKind::Exists:
         case ExpressionKind::Subquery:
@@ -102,14 +104,14 @@ void Writer::Write(const Expression& value) {
 }
 
 /// Halves the row of operands again and again: the engine limits the depth of an expression, not its width.
-void Writer::WriteJoined(const std::vector<ExpressionPtr>& operands, size_t from, size_t to,
-                         const char* word) {
-    if (to - from == 1) return WriteCondition(*operands[from]);
+void Writer::WriteJoined(const std::vector<ExpressionPtr>& operands, size_t from, size_t to, const char* word,
+                         bool onlyFilters) {
+    if (to - from == 1) return WriteFilter(*operands[from], onlyFilters);
     const size_t middle = from + (to - from) / 2;
     out << "(";
-    WriteJoined(operands, from, middle, word);
+    WriteJoined(operands, from, middle, word, onlyFilters);
     out << word;
-    WriteJoined(operands, middle, to, word);
+    WriteJoined(operands, middle, to, word, onlyFilters);
     out << ")";
 }
 

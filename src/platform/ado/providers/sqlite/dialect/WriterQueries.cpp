@@ -82,7 +82,7 @@ void Writer::WriteCore(const SelectCore& core, bool distinct, const std::vector<
     WriteSources(core);
     if (core.Where) {
         out << " WHERE ";
-        WriteCondition(*core.Where);
+        WriteFilter(*core.Where, tables != nullptr);
     }
     for (size_t index = 0; index < core.GroupBy.size(); ++index) {
         out << (index == 0 ? " GROUP BY " : ", ");
