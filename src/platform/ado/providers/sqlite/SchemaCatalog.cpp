@@ -5,6 +5,8 @@
 #include "platform/ado/providers/sqlite/EngineFailures.h"
 #include "platform/ado/providers/sqlite/values/Naming.h"
 
+#include <algorithm>
+
 namespace zephrin::ado::providers::sqlite {
 
 namespace {
@@ -15,6 +17,22 @@ StatementHandle Prepare(sqlite3* database, const QByteArray& sql) {
     sqlite3_stmt* statement = nullptr;
     sqlite3_prepare_v2(database, sql.constData(), int(sql.size()), &statement, nullptr);
     return StatementHandle(statement);
+}
+
+/// A view and a table of the kind without numbers have none; a column may take one of the three names for
+/// itself.
+QString RowNumberOf(sqlite3* database, const CatalogTable& table) {
+    if (sqlite3_table_column_metadata(database, "main", table.Name.toUtf8().constData(), "_rowid_", nullptr,
+                                      nullptr, nullptr, nullptr, nullptr) != SQLITE_OK)
+        return {};
+    for (const char* const name : {"_rowid_", "rowid", "oid"}) {
+        const auto isTaken = [&](const CatalogColumn& column) {
+            return column.Name.compare(QLatin1StringView(name), Qt::CaseInsensitive) == 0;
+        };
+        if (std::none_of(table.Columns.begin(), table.Columns.end(), isTaken))
+            return QString::fromLatin1(name);
+    }
+    return {};
 }
 
 }  // namespace
@@ -127,6 +145,7 @@ std::optional<CatalogTable> SchemaCatalog::Read(const QString& name) const {
         table.Columns.append({QString::fromUtf8(sqlite3_column_name(all.get(), column)),
                               TypeOfDeclaration(declared, dialect), true, name});
     }
+    table.RowNumber = RowNumberOf(database, table);
     return table;
 }
 

@@ -22,6 +22,8 @@ struct CatalogColumn {
 struct CatalogTable {
     QString Name;
     QList<CatalogColumn> Columns;
+    /// By which name the engine tells the number of a row; empty where a row has none.
+    QString RowNumber = {};
 };
 
 /// What the translation of a statement has to know of the database.

@@ -49,6 +49,8 @@ class Writer {
     void WriteStar(const QList<StarColumn>& columns, bool distinct);
     void WriteSources(const SelectCore& core);
     void WriteSource(const Source& source);
+    void WriteJoin(const Source& join);
+    bool WriteFullJoin(const Source& join);
     void WriteOrder(const std::vector<OrderItem>& order);
     void CheckTop(const TopClause& top) const;
     void WriteLimit(const TopClause& top);
@@ -123,6 +125,7 @@ class Writer {
     bool isStoring = false;
     /// Queries in one another, the outermost being 1.
     int depth = 0;
+    int fullJoins = 0;
     int level = 0;
     int deepest = 0;
     MappedText out;

@@ -171,25 +171,61 @@ void Writer::WriteSource(const Source& source) {
             WriteQuery(*source.Nested);
             out << ")";
             break;
-        case SourceKind::Join: {
-            // A right join is a left join read from its other end; the engine builds no index of its own for
-            // the first.
-            const bool turned = source.How == JoinKind::Right && mayTurnJoins;
-            static constexpr const char* words[] = {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ",
-                                                    " FULL JOIN ", " CROSS JOIN "};
-            out << "(";
-            WriteSource(turned ? *source.Right : *source.Left);
-            out << words[int(turned ? JoinKind::Left : source.How)];
-            WriteSource(turned ? *source.Left : *source.Right);
-            if (source.On) {
-                out << " ON ";
-                WriteCondition(*source.On);
-            }
-            out << ")";
+        case SourceKind::Join:
+            if (!WriteFullJoin(source)) WriteJoin(source);
             return;
-        }
     }
     if (!source.Alias.isEmpty()) out << " AS " << QuotedName(source.Alias);
+}
+
+void Writer::WriteJoin(const Source& join) {
+    // A right join is a left join read from its other end; the engine builds no index of its own for the
+    // first.
+    const bool turned = join.How == JoinKind::Right && mayTurnJoins;
+    static constexpr const char* words[] = {" INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ",
+                                            " CROSS JOIN "};
+    out << "(";
+    WriteSource(turned ? *join.Right : *join.Left);
+    out << words[int(turned ? JoinKind::Left : join.How)];
+    WriteSource(turned ? *join.Left : *join.Right);
+    if (join.On) {
+        out << " ON ";
+        WriteCondition(*join.On);
+    }
+    out << ")";
+}
+
+/// Neither does it build one for a full join. So between two tables the numbers of the rows that belong
+/// together come from a left join and from what a second one, read from the other end, leaves over; the
+/// tables are joined to these.
+bool Writer::WriteFullJoin(const Source& join) {
+    const auto numberOf = [&](const Source& side) {
+        const CatalogTable* const table = side.Kind == SourceKind::Table ? tables->Find(side.Name) : nullptr;
+        if (!table || table->RowNumber.isEmpty()) return QByteArray();
+        return QuotedName(side.Alias.isEmpty() ? side.Name : side.Alias) + "." + table->RowNumber.toLatin1();
+    };
+    if (join.How != JoinKind::Full || !mayTurnJoins || !tables) return false;
+    const QByteArray left = numberOf(*join.Left);
+    const QByteArray right = numberOf(*join.Right);
+    if (left.isEmpty() || right.isEmpty()) return false;
+    const QByteArray rows = "zx_rows" + QByteArray::number(++fullJoins);
+    const auto pairs = [&](const Source& from, const Source& to) {
+        WriteSource(from);
+        out << " LEFT JOIN ";
+        WriteSource(to);
+        out << " ON ";
+        WriteCondition(*join.On);
+    };
+    out << "((SELECT " << left << " AS zx_left, " << right << " AS zx_right FROM ";
+    pairs(*join.Left, *join.Right);
+    out << " UNION ALL SELECT NULL, " << right << " FROM ";
+    pairs(*join.Right, *join.Left);
+    out << " WHERE " << left << " IS NULL) AS " << rows << " LEFT JOIN ";
+    WriteSource(*join.Left);
+    out << " ON " << left << " = " << rows << ".zx_left LEFT JOIN ";
+    WriteSource(*join.Right);
+    out << " ON " << right << " = " << rows << ".zx_right)";
+    return true;
 }
 
 void Writer::WriteOrder(const std::vector<OrderItem>& order) {
