@@ -86,24 +86,28 @@ struct TabState {
 
 enum class MousePointer { Default = 0, Hourglass = 11 };
 
-/// The wizard's form without its widgets: every control that a rule reads or sets, under its own name, and the values
-/// that the form keeps for itself. Operations change this; the widgets show it and report what the user does.
+/// The wizard's form without its widgets: every control that a rule reads or sets, under its own name, and
+/// the values that the form keeps for itself. Operations change this; the widgets show it and report what the
+/// user does.
 ///
-/// One instance lives from form load to unload. A new one is as the form's design has it: the statement is shown, not
-/// the grid of criteria, and what needs a choice first is off.
+/// One instance lives from form load to unload. A new one is as the form's design has it: the statement is
+/// shown, not the grid of criteria, and what needs a choice first is off.
 struct FormState {
     FormState();
 
-    // --- The frame ---------------------------------------------------------------------------------------------
+    // --- The frame
+    // ---------------------------------------------------------------------------------------------
     QString Caption;
     QString StatusText;
     MousePointer Pointer = MousePointer::Default;
-    /// Object name of the control that an operation gives the focus to; taken by the form when it shows the state.
+    /// Object name of the control that an operation gives the focus to; taken by the form when it shows the
+    /// state.
     QString FocusRequest;
     TabState TabZPG;
     ButtonState cmdSaveQuery, cmdDeleteQuery, cmdOpenQuery, cmdExit;
 
-    // --- Select Tables -----------------------------------------------------------------------------------------
+    // --- Select Tables
+    // -----------------------------------------------------------------------------------------
     ListBoxState lstZPQTableSelection{ListState::Order::Sorted};
     ListBoxState lstZPQTableTo;
     ButtonState cmdZPQTableRight{{false}}, cmdZPQTableRightAll{{false}}, cmdZPQTableLeft{{false}},
@@ -113,7 +117,8 @@ struct FormState {
     /// The selection of tables changed since the generators last looked at it.
     bool TablesChanged = false;
 
-    // --- Build Joins -------------------------------------------------------------------------------------------
+    // --- Build Joins
+    // -------------------------------------------------------------------------------------------
     std::array<ComboState, 2> cmbJoinTables;
     std::array<ListBoxState, 2> lstJoinFields;
     ComboState cmbJoinType;
@@ -125,12 +130,14 @@ struct FormState {
     /// The join expression as derived from rsJoins.
     QString JoinText;
 
-    // --- Select Fields -----------------------------------------------------------------------------------------
+    // --- Select Fields
+    // -----------------------------------------------------------------------------------------
     ListBoxState lstZPQFieldFrom, lstZPQFieldTo;
     ButtonState cmdZPQFieldRight{{false}}, cmdZPQFieldRightAll{{false}}, cmdZPQFieldLeft{{false}},
         cmdZPQFieldLeftAll{{false}};
 
-    // --- Build Query -------------------------------------------------------------------------------------------
+    // --- Build Query
+    // -------------------------------------------------------------------------------------------
     OptionState<3> optQuery;
     LabelState fraBuildQuery;
     ListBoxState lstSelectedFields;
@@ -171,7 +178,8 @@ struct FormState {
     /// The operator words that the criteria scanner knows, filled at form load.
     QStringList OperatorTokens;
 
-    // --- Query Results -----------------------------------------------------------------------------------------
+    // --- Query Results
+    // -----------------------------------------------------------------------------------------
     GridState dgrQueryResults;
     RichTextState txtSQLErrors;
     ButtonState cmdAsc{{false}}, cmdDesc{{false}};
@@ -179,11 +187,12 @@ struct FormState {
     ButtonState cmdExcel{{false}};
     ButtonState cmdResAddSplit, cmdResDeleteSplit{{false}};
     int SortColumn = 0;
-    /// Set by a run that was done with ZPBShowQueryResults False on a form that is not modal; the form minimises itself
-    /// and sets it back.
+    /// Set by a run that was done with ZPBShowQueryResults False on a form that is not modal; the form
+    /// minimises itself and sets it back.
     bool Minimised = false;
 
-    // --- Saved queries -----------------------------------------------------------------------------------------
+    // --- Saved queries
+    // -----------------------------------------------------------------------------------------
     /// Path of the query in hand; not empty right after one was opened, emptied by a failure.
     QString QueryPath;
 };

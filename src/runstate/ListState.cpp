@@ -15,7 +15,9 @@ bool ComesBefore(const QString& left, const QString& right) {
 
 ListState::ListState(Order listOrder, QObject* parent) : QAbstractListModel(parent), order(listOrder) {}
 
-QString ListState::List(int index) const { return items.value(index); }
+QString ListState::List(int index) const {
+    return items.value(index);
+}
 
 void ListState::SetListIndex(int index) {
     if (index < -1 || index >= ListCount()) index = -1;
@@ -31,7 +33,8 @@ void ListState::SetText(const QString& text) {
 
 void ListState::AddItem(const QString& text, int index) {
     if (order == Order::Sorted) {
-        index = static_cast<int>(std::upper_bound(items.cbegin(), items.cend(), text, ComesBefore) - items.cbegin());
+        index = static_cast<int>(std::upper_bound(items.cbegin(), items.cend(), text, ComesBefore) -
+                                 items.cbegin());
     } else if (index < 0 || index > ListCount()) {
         index = ListCount();
     }
@@ -80,10 +83,13 @@ void ListState::Clear() {
     Q_EMIT ListIndexChanged(-1);
 }
 
-int ListState::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : ListCount(); }
+int ListState::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ListCount();
+}
 
 QVariant ListState::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != Qt::AccessibleTextRole))
+    if (!index.isValid() ||
+        (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != Qt::AccessibleTextRole))
         return {};
     return List(index.row());
 }

@@ -5,11 +5,11 @@
 
 namespace zephrin {
 
-/// The items of one list or drop-down and which of them is selected: what the generators read of the form, and the
-/// model that its view shows.
+/// The items of one list or drop-down and which of them is selected: what the generators read of the form,
+/// and the model that its view shows.
 ///
-/// Changing the items never runs a click handler and never selects a neighbour; setting ListIndex or Text announces a
-/// click when it changes the selection, also to nothing, as a user's click does.
+/// Changing the items never runs a click handler and never selects a neighbour; setting ListIndex or Text
+/// announces a click when it changes the selection, also to nothing, as a user's click does.
 class ListState : public QAbstractListModel {
     Q_OBJECT
  public:

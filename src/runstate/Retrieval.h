@@ -17,9 +17,9 @@ class clsFieldRetrieval {
     /// Hears the description of any failure; the result is then empty.
     std::function<void(const QString& description)> FieldCollectionError;
 
-    /// The fields of `tables` as `[table].[field]`, table after table, in column order. A table text loses its first
-    /// and last character, so it must carry its delimiters; a text of one or two characters ends the walk and the
-    /// result is empty.
+    /// The fields of `tables` as `[table].[field]`, table after table, in column order. A table text loses
+    /// its first and last character, so it must carry its delimiters; a text of one or two characters ends
+    /// the walk and the result is empty.
     Collection FieldCollection(const Collection& tables);
 
  private:

@@ -1,6 +1,6 @@
 #include "support/ScriptedPrompts.h"
-#include "wizard/ListBox.h"
 #include "wizard/FormTest.h"
+#include "wizard/ListBox.h"
 
 #include <QApplication>
 #include <QCheckBox>

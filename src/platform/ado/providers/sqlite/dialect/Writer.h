@@ -19,7 +19,8 @@ class Writer {
         : text(statement),
           speaks(dialect),
           collation(forView ? " COLLATE NOCASE" : " COLLATE ZEPHRIN"),
-          tables(lookUps) {}
+          tables(lookUps),
+          isStoring(forView) {}
 
     void WriteQuery(const Query& query);
     void WriteStatement(const Statement& statement);

@@ -1,5 +1,6 @@
 #include "platform/ado/providers/sqlite/dialect/Wording.h"
 #include "platform/ado/providers/sqlite/dialect/Writer.h"
+#include "platform/ado/providers/sqlite/values/Naming.h"
 
 #include <algorithm>
 
