@@ -275,7 +275,7 @@ TEST_F(ShopTest, WhatServersRefuse) {
         {"SELECT SUM(Name) FROM Customers", "! Operand data type nvarchar is invalid for sum operator.@7"},
         {"total nonsense", "! Incorrect syntax near 'total'.@0"},
         {"", "! The statement is empty.@0"},
-        {"SELECT SQRT(-1)", "! An invalid floating point operation occurred: square root of -1."},
+        {"SELECT SQRT(-1)", "! An invalid floating point operation occurred: square root of -1.@7"},
     });
     OnFile({
         {"SELECT Nope FROM Orders",

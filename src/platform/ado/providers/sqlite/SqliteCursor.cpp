@@ -136,7 +136,30 @@ qint64 SqliteCursor::Fetch(ColumnStore& into, qint64 maxRows) {
     return rows;
 }
 
+/// What the engine gives for a value of a type that the statement has made.
+void SqliteCursor::CheckRow() const {
+    for (qsizetype column = 0; column < made.size(); ++column) {
+        const int storage = sqlite3_column_type(statement.get(), int(column));
+        if (!made[column] || storage == SQLITE_NULL) continue;
+        const Field& field = fields[column];
+        const bool wide = IsWide({field.Type, 0, field.Precision, field.NumericScale});
+        bool fits = storage == SQLITE_TEXT;
+        if (wide || IsBinaryType(field.Type))
+            fits = storage == SQLITE_BLOB;
+        else if (field.Type == DataType::Boolean || IsIntegerType(field.Type))
+            fits = storage == SQLITE_INTEGER;
+        else if (field.Type == DataType::Numeric || field.Type == DataType::Decimal)
+            fits = storage == SQLITE_FLOAT || storage == SQLITE_INTEGER;
+        else if (IsNumberType(field.Type))
+            fits = storage == SQLITE_FLOAT;
+        Q_ASSERT_X(fits, sqlite3_sql(statement.get()), "a value of another type than its column");
+    }
+}
+
 void SqliteCursor::AppendRow(ColumnStore& into) const {
+#ifndef NDEBUG
+    CheckRow();
+#endif
     const int count = int(shapes.size());
     for (int column = 0; column < count; ++column) {
         if (shapes[size_t(column)] == Shape::Plain)

@@ -23,6 +23,9 @@ class SqliteCursor final : public Cursor {
     SqliteCursor(sqlite3* database, StatementHandle statement, QList<Field> fields, Deadline deadline,
                  FailureWriter failure);
 
+    /// The columns whose values the statement makes; a debug build holds each against the type of its column.
+    void ExpectTypes(QList<bool> columns) { made = std::move(columns); }
+
     const QList<Field>& Fields() const override { return fields; }
     qint64 Fetch(ColumnStore& into, qint64 maxRows) override;
 
@@ -35,11 +38,13 @@ class SqliteCursor final : public Cursor {
     void AppendShaped(ColumnStore& into, int column) const;
     void GuessTypes();
     static Shape ShapeOf(const Field& field);
+    void CheckRow() const;
 
     sqlite3* database;
     StatementHandle statement;
     QList<Field> fields;
     std::vector<Shape> shapes;
+    QList<bool> made;
     Deadline deadline;
     FailureWriter failure;
     bool rowWaits = false;

@@ -202,8 +202,13 @@ std::unique_ptr<Cursor> SqliteSession::RunStep(const Translation& translation, s
                           text.Origin(tail - sql.constData()));
         fields = FieldsOf(prepared.get(), translation);
     }
-    return std::make_unique<SqliteCursor>(connection, std::move(prepared), std::move(fields), deadline,
-                                          failure);
+    auto cursor =
+        std::make_unique<SqliteCursor>(connection, std::move(prepared), std::move(fields), deadline, failure);
+    QList<bool> made;
+    for (const OutputColumn& column : translation.Output)
+        made.append(!column.IsStored && column.Type.Type != DataType::Empty);
+    if (made.size() == cursor->Fields().size()) cursor->ExpectTypes(std::move(made));
+    return cursor;
 }
 
 /// Names and types come from the statement as it was read; the engine only sees what became of it.

@@ -121,10 +121,15 @@ void Resolver::UniteArms(Query& query, QList<OutputColumn>& output) {
         const ColumnType common = CommonType(types, Meeting::Chosen, speaks);
         const bool stored = output[column].IsStored;
         output[column].Type = common;
+        OutputColumn& first = OutputOf(query.Arms.front())[column];
+        first.IsStored = stored;
+        const ColumnType own = first.Type;
+        first.Type = common;
         if (!differ && !(IsWide(common) && stored)) continue;
         for (QueryArm& arm : query.Arms) {
             if (arm.Nested) {
-                if (sqlite::FamilyOf(OutputOf(arm)[column].Type) == sqlite::FamilyOf(common)) continue;
+                const ColumnType& type = &arm == &query.Arms.front() ? own : OutputOf(arm)[column].Type;
+                if (sqlite::FamilyOf(type) == sqlite::FamilyOf(common)) continue;
                 throw NoConversion(speaks, NameOf(OutputOf(arm)[column].Type, speaks), NameOf(common, speaks),
                                    false, output[column].Name, arm.Core.At.From);
             }

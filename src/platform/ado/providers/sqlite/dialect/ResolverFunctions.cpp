@@ -22,6 +22,8 @@ ColumnType AsNumber(const ColumnType& type) {
             return ExactType(MostDigits, type.NumericScale);
         case Family::Money:
             return MoneyType();
+        case Family::Unknown:
+            return {};
         default:
             return Plain(DataType::Double);
     }
@@ -42,6 +44,7 @@ void Resolver::TakeArgument(ExpressionPtr& argument, char as) const {
             if (family != Family::Truth) ConvertTo(argument, Plain(DataType::Integer));
             return;
         case 'x':
+            if (family == Family::Null) argument->Type = Plain(DataType::Integer);
             if (!IsOneOf(family, Numbers)) ConvertTo(argument, Plain(DataType::Double));
             return;
         case 'd':
@@ -117,7 +120,12 @@ void Resolver::ResolveFunction(Expression& call) {
             anyStored(1);
             break;
         case Gives::AsAll:
-            call.Type = Unite(all, call.Name == u"NULLIF" ? Meeting::Compared : Meeting::Chosen);
+            if (call.Name == u"NULLIF") {
+                Unite(all, Meeting::Compared);
+                call.Type = call.Operands.front()->Type;
+            } else {
+                call.Type = Unite(all, Meeting::Chosen);
+            }
             anyStored(0);
             break;
         case Gives::AsFirst:

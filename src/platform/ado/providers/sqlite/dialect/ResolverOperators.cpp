@@ -29,7 +29,7 @@ bool IsHeldAlike(const Expression& value, const ColumnType& to, bool chosen) {
     const Family one = FamilyOf(from), other = FamilyOf(to);
     const bool exact = IsOneOf(other, Family::Decimal | Family::Money);
     if (chosen && exact && IsWide(to))
-        return one == other && !value.IsStored && from.NumericScale == to.NumericScale;
+        return one == other && IsWide(from) && !value.IsStored && from.NumericScale == to.NumericScale;
     // A whole number is an exact one too, as long as a double holds either.
     if (other == Family::Decimal && !IsWide(to))
         return one == Family::Whole || (one == other && !IsWide(from));

@@ -75,6 +75,8 @@ class Writer {
     void WriteCast(const Expression& value);
     void WriteFunction(const Expression& call);
     void WriteNullIf(const Expression& call);
+    /// Begins a call that may fail, so that its error points at `at`.
+    void WriteCallAt(const QByteArray& function, const Expression& at);
     void WriteAggregate(const Expression& call);
     void WriteDate(const QString& literal, const Expression& at);
     void WriteNumeral(const Expression& number);

@@ -82,14 +82,14 @@ void Writer::WriteArithmetic(const Expression& value) {
         case Does::Whole:
             return call(value.Name == u"MOD" ? "zx_remainder" : "zx_wholediv");
         case Does::Power:
-            out << "zx_power(";
+            WriteCallAt("zx_power", value);
             WriteOperands(value);
             out << ")";
             return;
         case Does::Move:
             return call(value.Name == u"+" ? "zx_date_plus" : "zx_date_minus");
         case Does::Between:
-            out << "zx_days_between(";
+            WriteCallAt("zx_days_between", value);
             WriteOperands(value);
             out << ")";
             return;
@@ -109,15 +109,17 @@ void Writer::WriteArithmetic(const Expression& value) {
 void Writer::WriteAsFound(const Expression& value) {
     const QString& name = value.Name;
     if (name == u"-" || name == u"*") {
-        out << "(zx_num(";
+        out << "(";
+        WriteCallAt("zx_num", value);
         WriteOperand(*value.Operands[0]);
-        out << ") " << name.toLatin1() << " zx_num(";
+        out << ") " << name.toLatin1() << " ";
+        WriteCallAt("zx_num", value);
         WriteOperand(*value.Operands[1]);
         out << "))";
         return;
     }
     const bool file = IsFileDialect(speaks);
-    out << (name == u"+" ? "zx_plus(" : name == u"/" ? (file ? "zx_div(" : "zx_anydiv(") : "zx_mod(");
+    WriteCallAt(name == u"+" ? "zx_plus" : name == u"/" ? (file ? "zx_div" : "zx_anydiv") : "zx_mod", value);
     WriteOperands(value);
     out << ")";
 }

@@ -60,7 +60,10 @@ void Writer::WriteCompared(const Expression& value, Comparing as) {
     if (made || value.Kind == ExpressionKind::Null) return Write(value);
     // A column's value that is no date stays what it is; anything else must be one.
     const bool stored = IsDateType(value.Type.Type);
-    out << (stored ? "zx_stored_date(" : "zx_date(");
+    if (stored)
+        out << "zx_stored_date(";
+    else
+        WriteCallAt("zx_date", value);
     Write(value);
     out << ")";
 }

@@ -189,7 +189,12 @@ void Writer::WriteFunction(const Expression& call) {
     const bool exact = ofNumber && IsOneOf(FamilyOf(call.Type), Family::Decimal | Family::Money);
     const bool whole = ofNumber && FamilyOf(call.Type) == Family::Whole;
     if (whole) out << "zx_whole(";
-    out << info.Runs << (exact ? "_exact(" : "(");
+    const QByteArray runs = info.Runs;
+    const bool own = runs.startsWith("zx_") && !exact && !call.Operands.empty();
+    if (own)
+        WriteCallAt(runs, call);
+    else
+        out << runs << (exact ? "_exact(" : "(");
     for (size_t index = 0; index < call.Operands.size(); ++index) {
         if (index > 0) out << ", ";
         if (info.Takes[std::min(index, qstrlen(info.Takes) - 1)] == 'c')
@@ -206,13 +211,25 @@ void Writer::WriteFunction(const Expression& call) {
     if (whole) out << ", " << Spec(call.Type, call) << ")";
 }
 
+void Writer::WriteCallAt(const QByteArray& function, const Expression& at) {
+    // A view is read without the statement that made it.
+    if (isStoring)
+        out << function << "(";
+    else
+        out << function << "_at(" << QByteArray::number(at.At.From) << ", ";
+}
+
 void Writer::WriteNullIf(const Expression& call) {
     const Comparing as = Decide({call.Operands[0].get(), call.Operands[1].get()});
+    // What was compared as a number of many digits is one of its own type again.
+    const bool whole = FamilyOf(call.Type) == Family::Whole;
+    if (as.How == As::Wide) out << (whole ? "zx_whole(" : "zx_exact(");
     out << "nullif(";
     WriteCompared(*call.Operands[0], as);
     out << CollationFor(as) << ", ";
     WriteCompared(*call.Operands[1], as);
     out << ")";
+    if (as.How == As::Wide) out << ", " << Spec(call.Type, call) << ")";
 }
 
 void Writer::WriteAggregate(const Expression& call) {
@@ -232,10 +249,9 @@ void Writer::WriteAggregate(const Expression& call) {
     const Family family = FamilyOf(call.Type);
     if (sums && family == Family::Whole) {
         // The sum that a mean is made of has to fit as well.
-        if (call.Name == u"AVG")
-            return write(call.Type.Type == DataType::BigInt ? "zx_avg_bigint" : "zx_avg_int");
+        const char* const mean = call.Type.Type == DataType::BigInt ? "zx_avg_bigint" : "zx_avg_int";
         out << "zx_whole(";
-        write("zx_sum_exact");
+        write(call.Name == u"AVG" ? mean : "zx_sum_exact");
         out << ", " << Spec(call.Type, call) << ")";
         return;
     }

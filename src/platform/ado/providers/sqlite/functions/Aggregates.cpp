@@ -103,15 +103,10 @@ void AddExact(sqlite3_context* context, int, sqlite3_value** values) {
     if (total) sum->Total = *total;
 }
 
+/// What has left 38 digits goes on as a number that no type holds: who takes it knows its place in the
+/// statement.
 void GiveExact(sqlite3_context* context, const std::optional<Exact>& value) {
-    if (!value) {
-        const QByteArray words = PackedFailure(
-            FailureNumber::Overflow, -1,
-            QStringLiteral("Arithmetic overflow error converting expression to data type numeric."));
-        sqlite3_result_error(context, words.constData(), int(words.size()));
-        return sqlite3_result_error_code(context, SQLITE_MISMATCH);
-    }
-    const QByteArray wide = ToWide(*value);
+    const QByteArray wide = ToWide(value.value_or(Exact{PowerOfTen(MostDigits), 0}));
     sqlite3_result_blob(context, wide.constData(), int(wide.size()), SQLITE_TRANSIENT);
 }
 
@@ -160,7 +155,13 @@ template <bool Mean>
 void GiveFloatSum(sqlite3_context* context) {
     const FloatSum* const sum = StateOf<FloatSum>(context);
     if (!sum || sum->Count == 0) return sqlite3_result_null(context);
-    if (!std::isfinite(sum->Total)) return GiveExact(context, std::nullopt);
+    if (!std::isfinite(sum->Total)) {
+        const QByteArray words = PackedFailure(
+            FailureNumber::Overflow, -1,
+            QStringLiteral("Arithmetic overflow error converting expression to data type float."));
+        sqlite3_result_error(context, words.constData(), int(words.size()));
+        return sqlite3_result_error_code(context, SQLITE_MISMATCH);
+    }
     sqlite3_result_double(context, Mean ? sum->Total / double(sum->Count) : sum->Total);
 }
 

@@ -1,5 +1,7 @@
 #include "platform/ado/providers/sqlite/functions/Call.h"
 
+#include "platform/ado/providers/sqlite/values/Failures.h"
+
 #include <cmath>
 
 namespace zephrin::ado::providers::sqlite {
@@ -109,10 +111,7 @@ void Call::ReturnDate(qint64 ticks) {
 }
 
 void Call::Fail(const QString& onServer, const QString& onFile) {
-    const QByteArray text = (IsFile() ? onFile : onServer).toUtf8();
-    sqlite3_result_error(context, text.constData(), int(text.size()));
-    // Tells the error of a value from that of a statement.
-    sqlite3_result_error_code(context, SQLITE_MISMATCH);
+    FailAt(position, FailureNumber::Conversion, IsFile() ? onFile : onServer);
 }
 
 void Call::FailDivision() {

@@ -16,8 +16,8 @@ namespace zephrin::ado::providers::sqlite {
 /// A conversion that fails has already reported the error; the function then only returns.
 class Call {
  public:
-    Call(sqlite3_context* running, Dialect speaks, int arguments, sqlite3_value** given)
-        : context(running), dialect(speaks), count(arguments), values(given) {}
+    Call(sqlite3_context* running, Dialect speaks, int arguments, sqlite3_value** given, qsizetype at = -1)
+        : context(running), dialect(speaks), count(arguments), values(given), position(at) {}
 
     int Count() const { return count; }
     bool IsFile() const { return IsFileDialect(dialect); }
@@ -39,7 +39,11 @@ class Call {
 
     // --- Numbers of a type that the statement tells (TypedCall.cpp)
     /// The type and place that a statement hands over as a number.
-    TypeSpec SpecAt(int index) const { return Unpack(sqlite3_value_int64(values[index])); }
+    TypeSpec SpecAt(int index) {
+        const TypeSpec spec = Unpack(sqlite3_value_int64(values[index]));
+        position = spec.Position;
+        return spec;
+    }
     /// A whole number; a text or a broken number, which only a column can hold against its declaration, is
     /// refused.
     std::optional<qint64> WholeOf(int index, const TypeSpec& spec);
@@ -54,7 +58,7 @@ class Call {
     void FailReading(int index, const TypeSpec& spec);
     void FailDivision(const TypeSpec& spec);
     /// Ends the statement with an error of this number at this place of it.
-    void FailAt(qsizetype position, int number, const QString& words);
+    void FailAt(qsizetype at, int number, const QString& words);
 
     void ReturnNull() { sqlite3_result_null(context); }
     void Return(qint64 value) { sqlite3_result_int64(context, value); }
@@ -73,6 +77,7 @@ class Call {
     Dialect dialect;
     int count;
     sqlite3_value** values;
+    qsizetype position;
 };
 
 /// A number as it is displayed: fifteen digits, no more than needed.

@@ -224,7 +224,8 @@ void ToText(Call& call, const Conversion& conversion) {
 
 void Convert(Call& call) {
     if (call.IsNull(0)) return call.ReturnNull();
-    Conversion conversion{call.SpecAt(1), call.SpecAt(2)};
+    Conversion conversion{.Target = {}, .Source = call.SpecAt(2)};
+    conversion.Target = call.SpecAt(1);
     if (call.Count() > 3 && !call.IsNull(3)) {
         const std::optional<qint64> style = call.Whole(3);
         if (!style) return;

@@ -297,13 +297,14 @@ void IsDate(Call& call) {
 template <int Direction>
 void DateMoved(Call& call) {
     if (call.IsNull(0) || call.IsNull(1)) return call.ReturnNull();
+    const TypeSpec spec = call.SpecAt(2);
     const std::optional<qint64> left = call.Date(0);
     const std::optional<qint64> right = left ? call.Date(1) : left;
     if (!left || !right) return;
     const qint64 zero = DayZero(call.IsFile()) * TicksPerDay;
     const qint64 ticks = *left + Direction * (*right - zero);
     if (IsInCalendar(ticks, call.IsFile())) return call.ReturnDate(ticks);
-    call.FailAt(call.SpecAt(2).Position, FailureNumber::Overflow,
+    call.FailAt(spec.Position, FailureNumber::Overflow,
                 call.IsFile() ? QStringLiteral("Invalid procedure call: the date is out of range.")
                               : QStringLiteral("Adding a value to a 'datetime' column caused an overflow."));
 }

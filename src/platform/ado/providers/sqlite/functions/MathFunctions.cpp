@@ -91,8 +91,12 @@ void SquareRoot(Call& call) {
 
 void Sign(Call& call) {
     if (call.IsNull(0)) return call.ReturnNull();
-    if (const std::optional<double> number = call.Number(0))
-        call.Return(qint64(*number > 0 ? 1 : *number < 0 ? -1 : 0));
+    const std::optional<double> number = call.Number(0);
+    if (!number) return;
+    const int sign = *number > 0 ? 1 : *number < 0 ? -1 : 0;
+    // On a server the sign is of the type of the number.
+    call.IsFile() || call.Storage(0) == SQLITE_INTEGER ? call.Return(qint64(sign))
+                                                       : call.Return(double(sign));
 }
 
 /// Halves go away from zero on a server, to the even neighbour in a file.

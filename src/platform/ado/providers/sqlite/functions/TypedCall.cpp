@@ -112,8 +112,8 @@ void Call::ReturnExact(const std::optional<Exact>& value, const TypeSpec& spec) 
     sqlite3_result_double(context, ToDouble(*placed));
 }
 
-void Call::FailAt(qsizetype position, int number, const QString& words) {
-    const QByteArray packed = PackedFailure(number, position, words);
+void Call::FailAt(qsizetype at, int number, const QString& words) {
+    const QByteArray packed = PackedFailure(number, at < 0 ? position : at, words);
     sqlite3_result_error(context, packed.constData(), int(packed.size()));
     sqlite3_result_error_code(context, SQLITE_MISMATCH);
 }
