@@ -29,8 +29,8 @@ void Limit(int what, rlim_t most) {
 
 }  // namespace
 
-void GiveUpRights(bool endsWithParent) {
-    if (endsWithParent) {
+void GiveUpRights(bool serves) {
+    if (serves) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         // The parent may have ended before that was said.
         if (getppid() == 1) _exit(1);
@@ -43,7 +43,8 @@ void GiveUpRights(bool endsWithParent) {
 #endif
     Limit(RLIMIT_CPU, FromEnvironment("ZEPHRIN_READER_SECONDS", 600));
     Limit(RLIMIT_NOFILE, 32);
-    Limit(RLIMIT_FSIZE, 0);
+    // Standard output is a pipe then, which this doesn't concern.
+    if (serves) Limit(RLIMIT_FSIZE, 0);
     Limit(RLIMIT_CORE, 0);
 }
 

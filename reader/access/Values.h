@@ -1,12 +1,11 @@
 #pragma once
 
+#include "reader/Dates.h"
 #include "reader/access/PageFile.h"
 
 #include <QByteArray>
 
-#include <array>
 #include <cstring>
-#include <optional>
 
 namespace zephrin::reader::access {
 
@@ -18,15 +17,6 @@ Number NumberOf(const Span& bytes) {
     return value;
 }
 
-/// A text that is short and made often.
-struct ShortText {
-    std::array<char, 48> Bytes;
-    int Size = 0;
-};
-
-/// A date counted in days since 1899-12-30, whose fraction is the time of the day also where the days are
-/// negative. Nothing where it can't be a date.
-std::optional<ShortText> DateOf(double days);
 /// A date with seven places of seconds: a text of days since 0001-01-01 and of tenths of microseconds.
 std::optional<ShortText> LongDateOf(const Span& bytes);
 /// An exact number: its sign, then sixteen bytes in groups of four.

@@ -175,11 +175,7 @@ void ShowSqlView(ZPGGlobalDeclarations& state) {
     EndCriteriaEntry(state);
     HideGrid(form);
     PurgeEmptyCriteria(state);
-    if (form.optQuery.Selected == 1) {
-        RefreshSelectedFieldList(state);
-    } else {
-        FillQueryFieldList(state);
-    }
+    RefillFieldList(state);
     RegenerateStatement(state);
     EnableAndOr(form, !state.WhereClause.isEmpty());
     form.Pointer = MousePointer::Default;

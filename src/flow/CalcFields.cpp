@@ -1,10 +1,11 @@
 #include "flow/CalcFields.h"
 
 #include "flow/BuildTab.h"
+#include "flow/Criteria.h"
+#include "sqlgen/Aliases.h"
 #include "sqlgen/Blanks.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/Statement.h"
-#include "sqlgen/WhereClause.h"
 #include "sqlgen/WorkingRows.h"
 
 #include <zephrin/ado/Error.h>
@@ -82,11 +83,9 @@ void BeginCalcField(ZPGGlobalDeclarations& state) {
 }
 
 void EndCalcField(ZPGGlobalDeclarations& state) {
-    SyncCriteriaColumns(state);
-    BuildSelectClause(state);
-    const bool grouping = state.Form->optQuery.Selected == 1;
-    grouping ? RefreshSelectedFieldList(state) : FillQueryFieldList(state);
-    AssembleStatement(state);
+    RefillFieldList(state);
+    // An order that waited for the field comes back with it.
+    RegenerateStatement(state);
 }
 
 CalcFieldForm LoadCalcField(const ZPGGlobalDeclarations& state) {
@@ -98,7 +97,7 @@ CalcFieldForm LoadCalcField(const ZPGGlobalDeclarations& state) {
         if (!group.FieldAlias.isEmpty()) form.Fields.push_back({group.FieldAlias, group.GroupBy});
     for (const CalcRow& calc : CalcRows(state)) form.Fields.push_back({calc.Alias, calc.CalcField});
     if (state.EditCalcField.isEmpty()) return form;
-    form.Criteria = state.EditCalcField;
+    form.Criteria = WithCrLf(state.EditCalcField);
     form.Alias = state.EditCalcAlias;
     form.AliasEnabled = false;
     form.ShowField = state.EditCalcShow == 1;
@@ -152,19 +151,17 @@ CalcOutcome AcceptCalcField(ZPGGlobalDeclarations& state, const CalcFieldForm& f
         state.UserPrompts->MsgBox(UnknownAggregateText(form.Criteria), BoxStyle::Critical, ErrorTitle);
         return CalcOutcome::Refused;
     }
-    const QString expression = LeftTrimmed(form.Criteria), alias = LeftTrimmed(form.Alias);
+    const QString expression = LeftTrimmed(WithCrLf(form.Criteria)), alias = LeftTrimmed(form.Alias);
     if (!FitsItsColumns(state, expression, alias)) {
         TellTooLong(state);
         return CalcOutcome::Refused;
     }
-    if (MoveTo(state.rsCalcFields, u"Alias", alias)) {
-        if (state.EditCalcField.isEmpty()) {
-            state.UserPrompts->MsgBox(ResString(state, 175) + QStringLiteral("\r\n") + ResString(state, 176),
-                                      BoxStyle::Exclamation, state.Options.gRunTimeCaption);
-            return CalcOutcome::TakenAlias;
-        }
-        state.rsCalcFields->Delete();
+    // An edit keeps its alias, whatever else has it in a query of old.
+    if (state.EditCalcField.isEmpty() && AliasIsTaken(state, alias)) {
+        TellTakenAlias(state);
+        return CalcOutcome::TakenAlias;
     }
+    if (MoveTo(state.rsCalcFields, u"Alias", alias)) state.rsCalcFields->Delete();
     StoreCalcField(state, expression, alias, form.ShowField);
     state.EditCalcNew = expression;
     state.CalcFieldCreated = true;

@@ -17,8 +17,9 @@ struct CalcFieldForm {
     CalcFunctionType FunctionType = CalcFunctionType::Text;
     QStringList Functions;
     std::vector<FieldRow> Fields;
+    /// With CR LF for its line breaks.
     QString Criteria;
-    /// The selection in Criteria, from 0.
+    /// The selection in Criteria, from 0; a line break counts two.
     int SelStart = 0;
     int SelLength = 0;
     QString Alias;
@@ -51,7 +52,7 @@ enum class CalcOutcome {
     Refused,    ///< the user was told why, the dialog stays
     TakenAlias  ///< the same, and the alias is to be typed anew
 };
-/// OK. Takes the field over, or says why not.
+/// OK. Takes the field over, with CR LF for its line breaks, or says why not.
 CalcOutcome AcceptCalcField(ZPGGlobalDeclarations& state, const CalcFieldForm& form);
 void CancelCalcField(ZPGGlobalDeclarations& state);
 

@@ -1,6 +1,7 @@
 #include "flow/Criteria.h"
 
 #include "flow/BuildTab.h"
+#include "runstate/Dialect.h"
 #include "runstate/Retrieval.h"
 #include "sqlgen/CommitCriterion.h"
 #include "sqlgen/CriteriaOperators.h"
@@ -11,8 +12,7 @@
 #include "sqlgen/WhereClause.h"
 #include "sqlgen/WorkingRows.h"
 
-#include <QDateTime>
-#include <QLocale>
+#include <zephrin/ado/Error.h>
 
 namespace zephrin {
 
@@ -34,12 +34,13 @@ void ValueChanged(ZPGGlobalDeclarations& state, int box) {
     FormState& form = *state.Form;
     ComboState& changed = ValueBox(form, box);
     changed.ToolTipText = changed.Text;
-    form.cmdCommit.Enabled =
-        !changed.Text.isEmpty() && (!TakesTwoValues(form) || !ValueBox(form, 1 - box).Text.isEmpty());
+    form.cmdCommit.Enabled = !form.lstOperands.Items.Text().isEmpty() && !changed.Text.isEmpty() &&
+                             (!TakesTwoValues(form) || !ValueBox(form, 1 - box).Text.isEmpty());
     RefreshSentence(state);
 }
 
 void ClearValues(ZPGGlobalDeclarations& state) {
+    state.Form->LookedUpType = ado::DataType::Empty;
     for (const int box : {0, 1}) {
         ValueBox(*state.Form, box).Items.Clear();
         SetValueText(state, box, {});
@@ -73,34 +74,62 @@ void EnableValues(ZPGGlobalDeclarations& state, const CriteriaOperator& entry) {
     if (state.Options.gAllowValueSearch) form.cmdFieldValues.Enabled = true;
 }
 
-void CommitWhere(ZPGGlobalDeclarations& state) {
-    CommitCriterion(state);
-    ++state.Form->FieldHasCriteria;
-    ApplyOperatorDefault(*state.Form);
+// Each of these writes the entry of its mode and returns an empty text, or why it could not.
+
+QString CommitWhere(ZPGGlobalDeclarations& state) {
+    switch (CommitCriterion(state)) {
+        case CommitOutcome::TooLong:
+            return QStringLiteral("Not added: the conditions on a field can have %1 characters in all ..")
+                .arg(state.rsWhere->FieldAt(0).DefinedSize);
+        case CommitOutcome::Failed:
+            return QStringLiteral("Not added: the condition could not be written ..");
+        case CommitOutcome::Written:
+            break;
+    }
+    FormState& form = *state.Form;
+    EnableAndOr(form, true);
+    form.fraBuildQuery.Caption = QueryModeCaption(state);
+    ++form.FieldHasCriteria;
+    ApplyOperatorDefault(form);
+    return {};
+}
+
+QString Refusal(const ado::RecordsetPtr& rows, RowOutcome outcome) {
+    if (outcome == RowOutcome::TakenAlias) return QStringLiteral("Not added: the alias exists already ..");
+    if (outcome != RowOutcome::TooLong) return {};
+    return QStringLiteral("Not added: the expression can have %1 characters in all ..")
+        .arg(rows->FieldAt(0).DefinedSize);
 }
 
 void ReturnToFields(FormState& form) {
+    form.cmdCommit.Enabled = false;
     form.lstSelectedFields.ToolTipText.clear();
     form.FocusRequest = QStringLiteral("lstSelectedFields");
 }
 
-void CommitGroup(ZPGGlobalDeclarations& state) {
+QString CommitGroup(ZPGGlobalDeclarations& state) {
     const int showing = state.Showing;
-    AddGroupRow(state);
-    if (state.Showing != showing) return;
+    const RowOutcome outcome = AddGroupRow(state);
+    if (state.Showing != showing) return {};
+    if (const QString refusal = Refusal(state.rsGroupBy, outcome); !refusal.isEmpty()) return refusal;
     SyncCriteriaColumns(state);
     BuildSelectClause(state);
     ShowSqlView(state);
     ReturnToFields(*state.Form);
+    return {};
 }
 
-void CommitOrder(ZPGGlobalDeclarations& state) {
-    AddOrderRow(state);
+QString CommitOrder(ZPGGlobalDeclarations& state) {
+    if (const QString refusal = Refusal(state.rsOrderBy, AddOrderRow(state)); !refusal.isEmpty())
+        return refusal;
+    EnableAndOr(*state.Form, true);
+    state.Form->fraBuildQuery.Caption = QueryModeCaption(state);
     BuildOrderByClause(state);
     ReturnToFields(*state.Form);
+    return {};
 }
 
-void CommitInMode(ZPGGlobalDeclarations& state) {
+QString CommitInMode(ZPGGlobalDeclarations& state) {
     switch (state.Form->optQuery.Selected) {
         case WhereMode:
             return CommitWhere(state);
@@ -111,24 +140,47 @@ void CommitInMode(ZPGGlobalDeclarations& state) {
     }
 }
 
-/// A value as the user would type it: a date in ISO form, without the time where it is midnight.
-QString ValueText(const QVariant& value) {
-    switch (value.typeId()) {
-        case QMetaType::Bool:
-            return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
-        case QMetaType::Double:
-        case QMetaType::Float:
-            return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
-        case QMetaType::QDate:
-            return value.toDate().toString(Qt::ISODate);
-        case QMetaType::QDateTime: {
-            const QDateTime moment = value.toDateTime();
-            if (moment.time() == QTime(0, 0)) return moment.date().toString(Qt::ISODate);
-            return moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-        }
-        default:
-            return value.toString();
+bool IsBinary(ado::DataType type) {
+    return type == ado::DataType::Binary || type == ado::DataType::VarBinary ||
+           type == ado::DataType::LongVarBinary;
+}
+
+/// The values of the field in hand. A sum is looked up as the query forms it, in its groups.
+ado::RecordsetPtr ReadValues(ZPGGlobalDeclarations& state, const FormState::FieldKey& field) {
+    clsFieldValues values(state);
+    if (field.Key == field.Column) {
+        const FieldParts parts = SplitField(state, field.Key);
+        return values.colFieldValues(parts.Table, parts.Field);
     }
+    QString from = state.FromClause;
+    if (IsAggregateExpression(field.Key))
+        for (const QString& clause : {state.WhereClause, state.GroupByClause})
+            if (!clause.isEmpty()) from += u' ' + clause;
+    return values.colExpressionValues(field.Key, from);
+}
+
+/// The values as the results show them, but for truth, which a server only knows as a number.
+QStringList ValueTexts(const ZPGGlobalDeclarations& state, const ado::Recordset& values) {
+    const bool asNumber =
+        values.FieldAt(0).Type == ado::DataType::Boolean && IsServerDialect(state.gDatabaseType);
+    QStringList texts;
+    for (qint64 row = 0; row < values.RecordCount(); ++row) {
+        if (values.IsNullAt(row, 0)) continue;
+        texts << (asNumber ? QString::number(values.ValueAt(row, 0).toBool() ? 1 : 0)
+                           : values.TextAt(row, 0));
+    }
+    return texts;
+}
+
+/// Puts the values on offer; returns what is to be told of it.
+QString OfferValues(ZPGGlobalDeclarations& state, const ado::Recordset& values) {
+    const ado::DataType type = values.FieldAt(0).Type;
+    if (IsBinary(type)) return QStringLiteral("The field is binary: it has no values to choose from ..");
+    FormState& form = *state.Form;
+    form.LookedUpType = type;
+    const QStringList texts = ValueTexts(state, values);
+    for (const int box : {0, 1}) ValueBox(form, box).Items.AddItems(texts);
+    return texts.isEmpty() ? QStringLiteral("The field has no values ..") : QStringLiteral("Ready ..");
 }
 
 }  // namespace
@@ -150,8 +202,10 @@ void SelectedFieldClicked(ZPGGlobalDeclarations& state) {
 void OperatorClicked(ZPGGlobalDeclarations& state) {
     FormState& form = *state.Form;
     ApplyOperatorDefault(form);
-    if (form.optQuery.Selected != WhereMode) {
-        if (!form.lstOperands.Items.Text().isEmpty()) form.cmdCommit.Enabled = true;
+    if (form.lstOperands.Items.Text().isEmpty()) {
+        form.cmdCommit.Enabled = false;
+    } else if (form.optQuery.Selected != WhereMode) {
+        form.cmdCommit.Enabled = true;
     } else if (const CriteriaOperator* entry = FindCriteriaOperator(form.lstOperands.Items.Text())) {
         EnableValues(state, *entry);
     }
@@ -178,16 +232,16 @@ void SetValueText(ZPGGlobalDeclarations& state, int box, const QString& text) {
 
 void LookUpFieldValues(ZPGGlobalDeclarations& state) {
     FormState& form = *state.Form;
-    const FieldParts parts = SplitField(state, form.CriteriaField);
-    if (parts.Table.isEmpty()) return;
+    const FormState::FieldKey field = SelectedFieldKey(form);
+    if (field.Key.isEmpty()) return;
     form.Pointer = MousePointer::Hourglass;
     ShowFormNow(state);
-    QStringList texts;
-    for (const QVariant& value : clsFieldValues(state).colFieldValues(parts.Table, parts.Field))
-        if (!value.isNull()) texts << ValueText(value);
-    for (const int box : {0, 1}) {
-        ValueBox(form, box).Items.Clear();
-        ValueBox(form, box).Items.AddItems(texts);
+    form.LookedUpType = ado::DataType::Empty;
+    for (const int box : {0, 1}) ValueBox(form, box).Items.Clear();
+    try {
+        SetStatusText(state, OfferValues(state, *ReadValues(state, field)));
+    } catch (const ado::Error& error) {
+        SetStatusText(state, QStringLiteral("The values could not be read: %1 ..").arg(error.Description()));
     }
     form.Pointer = MousePointer::Default;
 }
@@ -195,27 +249,40 @@ void LookUpFieldValues(ZPGGlobalDeclarations& state) {
 void CommitEntry(ZPGGlobalDeclarations& state) {
     const int showing = state.Showing;
     FormState& form = *state.Form;
-    EnableAndOr(form, true);
-    form.fraBuildQuery.Caption = QueryModeCaption(state);
-    if (form.optQuery.Selected != WhereMode) form.cmdCommit.Enabled = false;
     SetStatusText(state, QStringLiteral("Building SQL .."));
     form.Pointer = MousePointer::Hourglass;
     ShowFormNow(state);
-    CommitInMode(state);
+    const QString refusal = CommitInMode(state);
     if (state.Showing != showing) return;
+    form.Pointer = MousePointer::Default;
+    SetStatusText(state, refusal.isEmpty() ? QStringLiteral("Ready ..") : refusal);
+    if (!refusal.isEmpty()) return;
     AssembleStatement(state);
     ClearValues(state);
-    SetStatusText(state, QStringLiteral("Ready .."));
-    form.Pointer = MousePointer::Default;
     // A box that is off can't take the focus; it stays where the mode has put it.
     if (form.cmbAvailableValues1.Enabled) form.FocusRequest = QStringLiteral("cmbAvailableValues1");
+}
+
+void RefillFieldList(ZPGGlobalDeclarations& state) {
+    FormState& form = *state.Form;
+    if (form.optQuery.Selected == GroupMode) {
+        RefreshSelectedFieldList(state);
+    } else {
+        FillQueryFieldList(state);
+    }
+    form.CriteriaField.clear();
+    form.FieldHasCriteria = 0;
+    form.lstSelectedFields.ToolTipText.clear();
+    RefreshSentence(state);
 }
 
 void RefreshSentence(ZPGGlobalDeclarations& state) {
     FormState& form = *state.Form;
     QString& caption = form.fraBuildQuery.Caption;
-    caption = QueryModeCaption(state) + u' ' + form.lstSelectedFields.Items.Text() + u' ' +
-              form.lstOperands.Items.Text() + u' ' + form.cmbAvailableValues1.Text;
+    caption = QueryModeCaption(state);
+    if (form.lstSelectedFields.Items.ListIndex() < 0) return;
+    caption += u' ' + form.lstSelectedFields.Items.Text() + u' ' + form.lstOperands.Items.Text() + u' ' +
+               form.cmbAvailableValues1.Text;
     if (!form.cmbAvailableValues2.Text.isEmpty())
         caption += QStringLiteral(" AND ") + form.cmbAvailableValues2.Text;
 }

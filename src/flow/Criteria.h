@@ -20,11 +20,16 @@ void ValuePicked(ZPGGlobalDeclarations& state, int box);
 /// Writes the text of a value box from code; a change counts as if it was typed.
 void SetValueText(ZPGGlobalDeclarations& state, int box, const QString& text);
 
-/// Offers the distinct values of the field in hand in both value boxes, Nulls left out.
+/// Offers the distinct values of the field in hand, of its expression where it is no plain field, in both
+/// value boxes, Nulls left out. The status bar says why there are none.
 void LookUpFieldValues(ZPGGlobalDeclarations& state);
 
-/// Writes the entry in the mode of the tab. Asks in Group mode: the wizard may be over afterwards.
+/// Writes the entry in the mode of the tab. Asks in Group mode: the wizard may be over afterwards. What can't
+/// be written leaves query and entry as they were, and the status bar says so.
 void CommitEntry(ZPGGlobalDeclarations& state);
+
+/// Fills lstSelectedFields for the mode of the tab. No field is in hand then, and nothing tells of one.
+void RefillFieldList(ZPGGlobalDeclarations& state);
 
 /// Shows the sentence under construction as the caption of its frame.
 void RefreshSentence(ZPGGlobalDeclarations& state);

@@ -92,7 +92,7 @@ void EditCriteria(ZPGGlobalDeclarations& state) {
 void ShowStatementOrGrid(ZPGGlobalDeclarations& state, QueryView view) {
     FormState& form = *state.Form;
     const bool grid = view == QueryView::Grid;
-    form.cmdCommit.Enabled = !grid;
+    form.cmdCommit.Enabled = !grid && !form.lstOperands.Items.Text().isEmpty();
     form.fraQueryOptions.Enabled = !grid;
     ShowGridParts(form, grid);
     if (grid) form.dgrSQL.DataSource = state.rsWhere;
@@ -116,9 +116,11 @@ QString NormaliseCriterion(const ZPGGlobalDeclarations& state, const QString& ty
 void CriterionEdited(ZPGGlobalDeclarations& state, int column) {
     const ado::RecordsetPtr& sheet = state.rsWhere;
     if (!HasColumn(sheet, column)) return;
+    // What stands in another column says nothing of the field in hand.
+    if (sheet->FieldAt(column).Name != state.Form->CriteriaField) return;
     // The grid stands on the edited row: counting must not move it.
     const qint64 row = sheet->AbsolutePosition();
-    RecountCriteria(state, sheet->FieldAt(column).Name);
+    RecountCriteria(state, state.Form->CriteriaField);
     if (row > 0) sheet->SetAbsolutePosition(row);
 }
 

@@ -1,10 +1,11 @@
 #include "flow/FieldOrder.h"
 
 #include "flow/BuildTab.h"
+#include "sqlgen/Aliases.h"
 #include "sqlgen/Statement.h"
 #include "sqlgen/WorkingRows.h"
 
-#include <functional>
+#include <algorithm>
 
 namespace zephrin {
 
@@ -26,7 +27,7 @@ auto& Target(State& state) {
 /// What the lists show of the row on which `rows` stands.
 FieldOrderForm::Row Shown(const ZPGGlobalDeclarations& state, const ado::Recordset& rows) {
     if (IsCalc(state)) return {rows.Text(u"CalcField"), rows.Text(u"Alias")};
-    if (!IsGroup(state)) return {rows.Text(u"OrderBy"), rows.Text(u"OrderBy")};
+    if (!IsGroup(state)) return {rows.Text(u"OrderBy"), {}};
     const QString expression = rows.Text(u"GroupBy");
     return {expression.isEmpty() ? rows.Text(u"FieldName") : expression, rows.Text(u"FieldAlias")};
 }
@@ -45,18 +46,20 @@ bool MoveToRow(const ZPGGlobalDeclarations& state, const FieldOrderForm::Row& ro
     return false;
 }
 
-using RowTest = std::function<bool(const ado::Recordset&)>;
-
-void DeleteWhere(const ado::RecordsetPtr& rows, const RowTest& goes) {
-    if (!HasRows(rows)) return;
-    for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext())
-        if (goes(*rows)) rows->Delete();
-    rows->MoveFirst();
+void SelectNothing(FieldOrderForm& form) {
+    form.ListIndex = -1;
+    form.Alias.clear();
+    form.Output = false;
+    form.DeleteEnabled = form.EditEnabled = form.UpEnabled = form.DownEnabled = false;
 }
 
-void DeleteAlias(ZPGGlobalDeclarations& state, const QString& alias) {
-    if (alias.isEmpty()) return;
-    DeleteWhere(state.rsAlias, [&](const ado::Recordset& row) { return row.Text(u"Alias") == alias; });
+/// Takes a row out of the list: the one in hand where it is that one, for rows may be equal.
+void TakeOut(FieldOrderForm& form, const FieldOrderForm::Row& row) {
+    const FieldOrderForm::Row* inHand = InHand(form);
+    const auto place = inHand && *inHand == row ? form.Rows.begin() + form.ListIndex
+                                                : std::find(form.Rows.begin(), form.Rows.end(), row);
+    if (place != form.Rows.end()) form.Rows.erase(place);
+    SelectNothing(form);
 }
 
 void EnableMoves(FieldOrderForm& form) {
@@ -148,7 +151,7 @@ void BeginFieldOrder(ZPGGlobalDeclarations& state, const QString& mode) {
 
 FieldOrderForm LoadFieldOrder(const ZPGGlobalDeclarations& state) {
     FieldOrderForm form;
-    form.OutputVisible = IsGroup(state) || IsCalc(state);
+    form.OutputVisible = form.AliasVisible = IsGroup(state) || IsCalc(state);
     form.EditVisible = IsCalc(state);
     FillOrderLists(state, form);
     return form;
@@ -156,10 +159,7 @@ FieldOrderForm LoadFieldOrder(const ZPGGlobalDeclarations& state) {
 
 void FillOrderLists(const ZPGGlobalDeclarations& state, FieldOrderForm& form) {
     form.Rows.clear();
-    form.ListIndex = -1;
-    form.Alias.clear();
-    form.Output = false;
-    form.DeleteEnabled = form.EditEnabled = form.UpEnabled = form.DownEnabled = false;
+    SelectNothing(form);
     const ado::RecordsetPtr& rows = Target(state);
     if (!HasRows(rows)) return;
     for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext()) form.Rows.push_back(Shown(state, *rows));
@@ -207,7 +207,10 @@ void EndCalcEdit(ZPGGlobalDeclarations& state, FieldOrderForm& form, const QStri
     state.CalcFieldCreated = false;
     FollowInGroups(state, oldExpression, state.EditCalcNew);
     FollowInOrders(state, oldExpression, state.EditCalcNew);
-    FillOrderLists(state, form);
+    if (InHand(form)) {
+        form.Rows[static_cast<size_t>(form.ListIndex)].Field = state.EditCalcNew;
+        OrderRowClicked(state, form, form.ListIndex);
+    }
     state.EditCalcNew.clear();
 }
 
@@ -216,21 +219,20 @@ void DeleteOrderRow(ZPGGlobalDeclarations& state, FieldOrderForm& form) {
     if (!inHand) return;
     // Kept by value: a host's box may let the user change the rows meanwhile.
     const FieldOrderForm::Row row = *inHand;
-    const QString alias = form.Alias;
     const int showing = state.Showing;
     const BoxAnswer answer = state.UserPrompts->MsgBox(
         ResString(state, 177), BoxStyle::YesNo + BoxStyle::Question, ResString(state, 178));
     if (state.Showing != showing || answer != BoxAnswer::Yes) return;
     if (MoveToRow(state, row)) Target(state)->Delete();
+    if (!row.Alias.isEmpty()) DeleteAlias(state, row.Alias, row.Field);
     if (form.OutputVisible) {
-        DeleteAlias(state, row.Alias);
-        DeleteWhere(state.rsOrderBy, [&](const ado::Recordset& order) {
+        DeleteRows(state.rsOrderBy, [&](const ado::Recordset& orders, qint64 at) {
             // Every text holds the empty one, which an expression of nothing but blanks is stored as.
-            return !row.Field.isEmpty() && order.Text(u"OrderBy").contains(row.Field);
+            return !row.Field.isEmpty() &&
+                   orders.TextAt(at, orders.FieldIndex(u"OrderBy")).contains(row.Field);
         });
     }
-    DeleteAlias(state, alias);
-    FillOrderLists(state, form);
+    TakeOut(form, row);
 }
 
 void AcceptFieldOrder(ZPGGlobalDeclarations& state, const FieldOrderForm& form) {

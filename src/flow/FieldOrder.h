@@ -11,6 +11,7 @@ namespace zephrin {
 struct FieldOrderForm {
     struct Row {
         QString Field;
+        /// Empty for what has none, as an order.
         QString Alias;
         bool operator==(const Row&) const = default;
     };
@@ -19,6 +20,7 @@ struct FieldOrderForm {
     QString Alias;
     bool Output = false;
     bool OutputVisible = false;
+    bool AliasVisible = false;
     bool EditVisible = false;
     bool DeleteEnabled = false;
     bool EditEnabled = false;
@@ -40,11 +42,11 @@ void OutputClicked(ZPGGlobalDeclarations& state, FieldOrderForm& form, bool outp
 void MoveOrderRow(const ZPGGlobalDeclarations& state, FieldOrderForm& form, bool down);
 
 /// Hands the calculated field in hand to its editor; after the editor closed, grouping and ordering follow
-/// its new text.
+/// its new text. The list keeps its sequence, moves that nobody confirmed yet included.
 void BeginCalcEdit(ZPGGlobalDeclarations& state, const FieldOrderForm& form);
 void EndCalcEdit(ZPGGlobalDeclarations& state, FieldOrderForm& form, const QString& oldExpression);
 
-/// Asks, then deletes the row in hand and what hangs on it, at once.
+/// Asks, then deletes the row in hand and what hangs on it, at once. The others keep their sequence.
 void DeleteOrderRow(ZPGGlobalDeclarations& state, FieldOrderForm& form);
 
 /// OK: gives the recordset the order of the list.

@@ -6,13 +6,14 @@
 #include "flow/Shell.h"
 #include "flow/TableTab.h"
 #include "runstate/Retrieval.h"
+#include "sqlgen/Aliases.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/WhereClause.h"
+#include "sqlgen/WorkingRows.h"
 
 #include <QSet>
 
 #include <algorithm>
-#include <functional>
 
 namespace zephrin {
 
@@ -61,39 +62,38 @@ void RefreshFieldLists(ZPGGlobalDeclarations& state) {
         button->Enabled = false;
 }
 
-/// Deletes the rows whose text in the first column is stale.
-void DeleteRows(const ado::RecordsetPtr& rows, const std::function<bool(const QString&)>& isStale) {
-    if (!HasRows(rows)) return;
-    // From the last row to the first, so that no deletion moves a row that is still to be looked at.
-    for (qint64 row = rows->RecordCount() - 1; row >= 0; --row) {
-        if (!isStale(rows->ValueAt(row, 0).toString())) continue;
-        rows->SetAbsolutePosition(row + 1);
-        rows->Delete();
-    }
-    rows->MoveFirst();
-}
-
-void DropStaleGroups(ZPGGlobalDeclarations& state) {
-    const QSet<QString> fields(state.colFields.begin(), state.colFields.end());
-    DeleteRows(state.rsGroupBy, [&](const QString& text) { return !fields.contains(text); });
-}
-
-/// An ordering row stays while its text mentions a field, be it as a part of another text.
-void DropStaleOrders(ZPGGlobalDeclarations& state) {
-    DeleteRows(state.rsOrderBy, [&](const QString& text) {
-        return std::none_of(state.colFields.begin(), state.colFields.end(),
-                            [&](const QString& field) { return text.contains(field); });
-    });
-}
-
 /// A calculated field stays while it mentions one chosen table at least.
 void DropStaleCalculations(ZPGGlobalDeclarations& state) {
     QSet<QString> tables;
     for (const QString& field : state.colFields)
         tables.insert(field.left(field.indexOf(state.gDelimClose) + 1));
-    DeleteRows(state.rsCalcFields, [&](const QString& text) {
+    DeleteAliasedRows(state, state.rsCalcFields, [&](const ado::Recordset& calculations, qint64 row) {
+        const QString expression = calculations.TextAt(row, 0);
         return std::none_of(tables.begin(), tables.end(),
-                            [&](const QString& table) { return text.contains(table); });
+                            [&](const QString& table) { return expression.contains(table); });
+    });
+}
+
+/// A group stays with its field, be it a plain or a calculated one.
+void DropStaleGroups(ZPGGlobalDeclarations& state) {
+    QSet<QString> fields(state.colFields.begin(), state.colFields.end());
+    for (const CalcRow& calculation : CalcRows(state)) fields.insert(calculation.CalcField);
+    DeleteAliasedRows(state, state.rsGroupBy, [&](const ado::Recordset& groups, qint64 row) {
+        return !fields.contains(groups.TextAt(row, 0));
+    });
+}
+
+/// An ordering row stays while its text mentions a field, be it as a part of another text, or while it orders
+/// by a calculated field or a group that stayed.
+void DropStaleOrders(ZPGGlobalDeclarations& state) {
+    QSet<QString> expressions;
+    for (const CalcRow& calculation : CalcRows(state)) expressions.insert(calculation.CalcField);
+    for (const GroupRow& group : GroupRows(state)) expressions.insert(group.GroupBy);
+    DeleteRows(state.rsOrderBy, [&](const ado::Recordset& orders, qint64 row) {
+        const QString text = orders.TextAt(row, 0);
+        return !expressions.contains(text) &&
+               std::none_of(state.colFields.begin(), state.colFields.end(),
+                            [&](const QString& field) { return text.contains(field); });
     });
 }
 
@@ -179,11 +179,11 @@ void BuildSelFields(ZPGGlobalDeclarations& state) {
 
 void ReconcileQueryLists(ZPGGlobalDeclarations& state) {
     if (!state.colFields.IsEmpty()) {
+        DropStaleCalculations(state);
         DropStaleGroups(state);
         DropStaleOrders(state);
-        DropStaleCalculations(state);
     }
-    if (!state.rsWhere || !state.colFields.IsEmpty()) SyncCriteriaColumns(state);
+    SyncCriteriaColumns(state);
     FillQueryFieldList(state);
     EnableQueryOptions(state);
     ChooseQueryMode(state, 0);

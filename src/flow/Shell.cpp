@@ -7,6 +7,7 @@
 #include "flow/JoinTab.h"
 #include "flow/TableTab.h"
 #include "runstate/Dialect.h"
+#include "sqlgen/Aliases.h"
 #include "sqlgen/FromClause.h"
 #include "sqlgen/OrderByClause.h"
 #include "sqlgen/SelectClause.h"
@@ -138,6 +139,12 @@ void DeleteAllRows(const ado::RecordsetPtr& rows) {
     if (HasRows(rows)) rows->DeleteAll();
 }
 
+/// Conditions, groups with their aliases, and orders.
+void DeleteAllCriteria(ZPGGlobalDeclarations& state) {
+    for (const ado::RecordsetPtr& rows : {state.rsWhere, state.rsOrderBy}) DeleteAllRows(rows);
+    DeleteAliasedRows(state, state.rsGroupBy, [](const ado::Recordset&, qint64) { return true; });
+}
+
 /// Brings everything that speaks of tables and fields in line with the tables that are chosen now.
 void TakeOverTables(ZPGGlobalDeclarations& state) {
     const int showing = state.Showing;
@@ -153,9 +160,7 @@ void TakeOverTables(ZPGGlobalDeclarations& state) {
     } else {
         BuildFromClause(state);
     }
-    if (form.lstZPQTableTo.Items.ListCount() == 0)
-        for (const ado::RecordsetPtr& rows : {state.rsWhere, state.rsGroupBy, state.rsOrderBy})
-            DeleteAllRows(rows);
+    if (form.lstZPQTableTo.Items.ListCount() == 0) DeleteAllCriteria(state);
     ReconcileQueryLists(state);
     BuildSelFields(state);
     BuildSelectClause(state);

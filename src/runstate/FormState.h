@@ -165,6 +165,8 @@ struct FormState {
     /// The field in hand, as delimited text, and how often it has a criterion (0: none).
     QString CriteriaField;
     int FieldHasCriteria = 0;
+    /// What the values that the value boxes offer are; Empty while they offer none.
+    ado::DataType LookedUpType = ado::DataType::Empty;
     /// What each row of lstSelectedFields stands for (see FieldKey), index for index.
     struct FieldKey {
         QString Key;     ///< the field, the group expression or the calculated expression

@@ -39,14 +39,16 @@ void ListState::AddItem(const QString& text, int index) {
         index = ListCount();
     }
     beginInsertRows({}, index, index);
+    meanings.clear();
     items.insert(index, text);
     endInsertRows();
     if (listIndex >= index) Q_EMIT ListIndexChanged(++listIndex);
 }
 
-void ListState::AddItems(const QStringList& texts) {
+void ListState::AddItems(const QStringList& texts, const QStringList& theirMeanings) {
     if (texts.isEmpty()) return;
     if (order == Order::Arrival) {
+        meanings = items.isEmpty() && theirMeanings.size() == texts.size() ? theirMeanings : QStringList();
         beginInsertRows({}, ListCount(), ListCount() + static_cast<int>(texts.size()) - 1);
         items.append(texts);
         endInsertRows();
@@ -66,6 +68,7 @@ void ListState::RemoveItem(int index) {
     const bool selectedWent = index == listIndex;
     beginRemoveRows({}, index, index);
     items.removeAt(index);
+    if (!meanings.isEmpty()) meanings.removeAt(index);
     if (selectedWent) {
         listIndex = -1;
     } else if (index < listIndex) {
@@ -78,6 +81,7 @@ void ListState::RemoveItem(int index) {
 void ListState::Clear() {
     beginResetModel();
     items.clear();
+    meanings.clear();
     listIndex = -1;
     endResetModel();
     Q_EMIT ListIndexChanged(-1);
@@ -88,10 +92,18 @@ int ListState::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant ListState::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() ||
-        (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != Qt::AccessibleTextRole))
-        return {};
-    return List(index.row());
+    if (!index.isValid()) return {};
+    switch (role) {
+        case Qt::DisplayRole:
+        case Qt::AccessibleTextRole:
+            return List(index.row());
+        case Qt::ToolTipRole:
+            return meanings.value(index.row(), List(index.row()));
+        case Qt::AccessibleDescriptionRole:
+            return meanings.isEmpty() ? QVariant() : meanings.at(index.row());
+        default:
+            return {};
+    }
 }
 
 }  // namespace zephrin

@@ -31,7 +31,9 @@ class ListState : public QAbstractListModel {
 
     /// At the end, at `index`, or where the order puts it in a sorted list.
     void AddItem(const QString& text, int index = -1);
-    void AddItems(const QStringList& texts);
+    /// `meanings`, where given, are what the items stand for, one each: their tool tips, read by screen readers too.
+    /// Only for a list in the order of arrival that gets all of its items at once.
+    void AddItems(const QStringList& texts, const QStringList& meanings = {});
     void RemoveItem(int index);
     void Clear();
 
@@ -47,6 +49,7 @@ class ListState : public QAbstractListModel {
  private:
     Order order;
     QStringList items;
+    QStringList meanings;  // parallel to items, or empty
     int listIndex = -1;
 };
 

@@ -67,20 +67,15 @@ ado::DataType clsFieldType::FieldType(const QString& tableName, const QString& f
     return recordset.FieldAt(0).Type;
 }
 
-QList<QVariant> clsFieldValues::colFieldValues(const QString& tableName, const QString& fieldName) {
-    QList<QVariant> values;
-    try {
-        ado::Recordset recordset;
-        recordset.Open(QStringLiteral("SELECT DISTINCT ") + fieldName + QStringLiteral(" FROM ") + tableName +
-                           QStringLiteral(" ORDER BY ") + fieldName + QStringLiteral(" ASC"),
-                       state.SharedConnection());
-        const qint64 count = recordset.RecordCount();
-        values.reserve(count);
-        for (qint64 row = 0; row < count; ++row) values.append(recordset.ValueAt(row, 0));
-    } catch (const ado::Error&) {
-        // A look-up that fails offers no values; the user types one instead.
-        values.clear();
-    }
+ado::RecordsetPtr clsFieldValues::colFieldValues(const QString& tableName, const QString& fieldName) {
+    return colExpressionValues(fieldName, QStringLiteral("FROM ") + tableName);
+}
+
+ado::RecordsetPtr clsFieldValues::colExpressionValues(const QString& expression, const QString& from) {
+    auto values = std::make_shared<ado::Recordset>();
+    values->Open(QStringLiteral("SELECT DISTINCT ") + expression + u' ' + from +
+                     QStringLiteral(" ORDER BY ") + expression + QStringLiteral(" ASC"),
+                 state.SharedConnection());
     return values;
 }
 

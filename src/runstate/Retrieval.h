@@ -2,8 +2,6 @@
 
 #include "runstate/ZPGGlobalDeclarations.h"
 
-#include <QVariant>
-
 #include <functional>
 
 namespace zephrin {
@@ -38,12 +36,15 @@ class clsFieldType {
     ZPGGlobalDeclarations& state;
 };
 
-/// Reads the distinct values of one field on the shared connection, in ascending order, Null included.
+/// Reads the distinct values of one field, or of an expression, on the shared connection, in ascending order,
+/// Null included.
 class clsFieldValues {
  public:
     explicit clsFieldValues(ZPGGlobalDeclarations& run) : state(run) {}
-    /// What could be read until a failure, if there was one.
-    QList<QVariant> colFieldValues(const QString& tableName, const QString& fieldName);
+    // Both answer with one column and throw ado::Error where it can't be read. `from` is a FROM clause with
+    // what follows it.
+    ado::RecordsetPtr colFieldValues(const QString& tableName, const QString& fieldName);
+    ado::RecordsetPtr colExpressionValues(const QString& expression, const QString& from);
 
  private:
     ZPGGlobalDeclarations& state;

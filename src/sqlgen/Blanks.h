@@ -19,4 +19,11 @@ inline QString BlankTrimmed(const QString& text) {
     return LeftTrimmed(text.left(end));
 }
 
+/// `text` with CR LF for each of its line breaks, as statements have them; a lone CR or LF is one too.
+inline QString WithCrLf(QString text) {
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(u'\r', u'\n');
+    return text.replace(QLatin1String("\n"), QLatin1String("\r\n"));
+}
+
 }  // namespace zephrin

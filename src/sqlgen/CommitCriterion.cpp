@@ -86,16 +86,19 @@ void WriteCells(ado::Recordset& sheet, int field, const std::vector<CellWrite>& 
     for (const CellWrite& write : writes) sheet.SetValueAt(write.Row, field, write.Text);
 }
 
-void WriteCriterion(ZPGGlobalDeclarations& state, const CriteriaOperator& entry) {
+CommitOutcome WriteCriterion(ZPGGlobalDeclarations& state, const CriteriaOperator& entry) {
     ado::Recordset& sheet = *state.rsWhere;
     const int field = sheet.FieldIndex(state.Form->CriteriaField);
-    if (field < 0) return;
+    if (field < 0) return CommitOutcome::Failed;
     const bool byOr = state.Form->optAndOr.Selected == 1;
     // The first row of all is no alternative to anything.
     const bool addsAlternative = byOr && sheet.RecordCount() > 0;
+    const QString delimiterBefore = state.Form->ValueDelimiter;
     const std::vector<CellWrite> writes = PlanWrites(sheet, field, entry, byOr, CriterionText(state, entry));
-    // Nobody is told: the entry is gone, the query is as it was.
-    if (!Fits(sheet, field, writes)) return;
+    if (!Fits(sheet, field, writes)) {
+        state.Form->ValueDelimiter = delimiterBefore;
+        return CommitOutcome::TooLong;
+    }
     if (addsAlternative && state.Form->FieldHasCriteria > 0) {
         RebuildOrRows(sheet, field, writes.front().Text);
     } else {
@@ -103,20 +106,23 @@ void WriteCriterion(ZPGGlobalDeclarations& state, const CriteriaOperator& entry)
     }
     BuildWhereClause(state);
     BuildHavingClause(state);
+    return CommitOutcome::Written;
 }
 
 }  // namespace
 
-void CommitCriterion(ZPGGlobalDeclarations& state) {
+CommitOutcome CommitCriterion(ZPGGlobalDeclarations& state) {
     const CriteriaOperator* entry = FindCriteriaOperator(state.Form->lstOperands.Items.Text());
-    if (!entry || !state.rsWhere || !state.rsWhere->IsOpen()) return;
+    if (!entry || !state.rsWhere || !state.rsWhere->IsOpen()) return CommitOutcome::Failed;
     state.Form->Pointer = MousePointer::Hourglass;
+    CommitOutcome outcome = CommitOutcome::Failed;
     try {
-        WriteCriterion(state, *entry);
+        outcome = WriteCriterion(state, *entry);
     } catch (const ado::Error&) {
         // A sheet that can't be written, as from a damaged file: the rest of the commit is left undone.
     }
     state.Form->Pointer = MousePointer::Default;
+    return outcome;
 }
 
 FieldParts SplitField(const ZPGGlobalDeclarations& state, const QString& field) {

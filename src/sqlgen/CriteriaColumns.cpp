@@ -47,28 +47,38 @@ void WriteIfItFits(ado::Recordset& recordset, int field, const QString& text) {
     }
 }
 
-/// Carries the rows over by the names of their columns. A cell without text stays unwritten in the new row.
-void CarryRows(const ado::Recordset& from, ado::Recordset& to) {
-    std::vector<int> source(static_cast<std::size_t>(to.FieldCount()));
-    for (int i = 0; i < to.FieldCount(); ++i)
-        source[static_cast<std::size_t>(i)] = from.FieldIndex(to.FieldAt(i).Name);
-    for (qint64 row = 0; row < from.RecordCount(); ++row) {
-        to.AddNew();
-        for (int i = 0; i < to.FieldCount(); ++i) {
-            const int field = source[static_cast<std::size_t>(i)];
-            if (field < 0 || from.IsNullAt(row, field)) continue;
-            const QString text = from.TextAt(row, field);
-            if (!text.isEmpty()) WriteIfItFits(to, i, text);
-        }
-        to.Update();
-    }
-    to.MoveFirst();
-}
-
 bool RowHasText(const ado::Recordset& recordset, qint64 row) {
     for (int field = 0; field < recordset.FieldCount(); ++field)
         if (!recordset.IsNullAt(row, field) && !recordset.TextAt(row, field, 1).isEmpty()) return true;
     return false;
+}
+
+/// Copies the cells of a row that have a column in `to`, where each column finds its texts in `source`. A
+/// cell without text stays unwritten.
+void CarryRow(const ado::Recordset& from, qint64 row, const std::vector<int>& source, ado::Recordset& to) {
+    to.AddNew();
+    for (int i = 0; i < to.FieldCount(); ++i) {
+        const int field = source[static_cast<std::size_t>(i)];
+        if (field < 0 || from.IsNullAt(row, field)) continue;
+        const QString text = from.TextAt(row, field);
+        if (!text.isEmpty()) WriteIfItFits(to, i, text);
+    }
+    // A row that lost all of its conditions says nothing any more; as an alternative it would take in those
+    // to come.
+    if (RowHasText(from, row) && !RowHasText(to, to.RecordCount() - 1)) {
+        to.CancelUpdate();
+    } else {
+        to.Update();
+    }
+}
+
+/// Carries the rows over by the names of their columns.
+void CarryRows(const ado::Recordset& from, ado::Recordset& to) {
+    std::vector<int> source(static_cast<std::size_t>(to.FieldCount()));
+    for (int i = 0; i < to.FieldCount(); ++i)
+        source[static_cast<std::size_t>(i)] = from.FieldIndex(to.FieldAt(i).Name);
+    for (qint64 row = 0; row < from.RecordCount(); ++row) CarryRow(from, row, source, to);
+    to.MoveFirst();
 }
 
 void PurgeEmptyRows(const ado::RecordsetPtr& recordset) {
@@ -84,6 +94,9 @@ void PurgeEmptyRows(const ado::RecordsetPtr& recordset) {
 }  // namespace
 
 void SyncCriteriaColumns(ZPGGlobalDeclarations& state) {
+    // No fields are known until a look-up succeeds. It may find again what the conditions are about.
+    const bool hasColumns = state.rsWhere && state.rsWhere->IsOpen() && state.rsWhere->FieldCount() > 0;
+    if (state.colFields.IsEmpty() && hasColumns) return;
     const auto shaped = std::make_shared<ado::Recordset>();
     AppendColumns(state, *shaped);
     shaped->Open();

@@ -6,7 +6,10 @@
 #include "sqlgen/Blanks.h"
 #include "sqlgen/CommitCriterion.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <optional>
 
 namespace zephrin {
 
@@ -14,7 +17,13 @@ namespace {
 
 struct Values {
     QString First, Second;
+    /// Taken from the list of the field's values as they stand: they have to find their row again.
+    bool FirstPicked = false, SecondPicked = false;
 };
+
+bool IsPicked(const ComboState& box) {
+    return box.Items.ListIndex() >= 0 && box.Items.Text() == box.Text;
+}
 
 /// The value with an apostrophe doubled: the first one of what stands in the box. The place is counted in the
 /// box's own text, so a wildcard in front of the value moves the doubling one place too early.
@@ -30,6 +39,9 @@ Values ReadValues(const ZPGGlobalDeclarations& state, const CriteriaOperator& en
     const QString& box1 = form.cmbAvailableValues1.Text;
     const QString& box2 = form.cmbAvailableValues2.Text;
     Values values{BlankTrimmed(box1), BlankTrimmed(box2)};
+    values.FirstPicked =
+        IsPicked(form.cmbAvailableValues1) && !entry.WildcardInFront && !entry.WildcardBehind;
+    values.SecondPicked = IsPicked(form.cmbAvailableValues2);
     // Every dialect gets the same wildcard.
     const QString wildcard = state.WildcardOverride.isEmpty() ? QStringLiteral("%") : state.WildcardOverride;
     if (entry.WildcardInFront) values.First.prepend(wildcard);
@@ -41,9 +53,13 @@ Values ReadValues(const ZPGGlobalDeclarations& state, const CriteriaOperator& en
     return values;
 }
 
-/// The type of the field in hand; Empty where the database can't tell, as for a calculated field.
-ado::DataType TypeOfField(ZPGGlobalDeclarations& state) {
-    const FieldParts parts = SplitField(state, state.Form->CriteriaField);
+/// The type of the field in hand. Of a calculated field it is known only where its values were looked up and
+/// one of them was picked; else, and where the database can't tell, it is Empty.
+ado::DataType TypeOfField(ZPGGlobalDeclarations& state, const Values& values) {
+    const FormState& form = *state.Form;
+    const bool picked = values.FirstPicked || values.SecondPicked;
+    if (picked && form.LookedUpType != ado::DataType::Empty) return form.LookedUpType;
+    const FieldParts parts = SplitField(state, form.CriteriaField);
     if (parts.Table.isEmpty()) return ado::DataType::Empty;
     try {
         return clsFieldType(state).FieldType(parts.Table, parts.Field);
@@ -103,15 +119,59 @@ bool IsPlausibleDay(double days) {
     return days > -657435 && days < 2958466;
 }
 
-/// Both values in the date format, on the strength of the first one being a date.
-void FormatDates(const ZPGGlobalDeclarations& state, Values& values) {
-    if (!text::IsDate(values.First) || text::IsNumeric(values.First)) return;
-    values.First = CriterionDate(state, values.First);
-    const auto number = text::ToNumber(values.Second);
-    if (number && IsPlausibleDay(*number)) {
-        values.Second = text::Format(DateOfNumber(*number), state.Options.gDateFormat);
-    } else {
-        values.Second = CriterionDate(state, values.Second);
+/// True where the format tells the moment from every other one. It has no word for fractions of a second.
+bool FormatCarries(const QString& format, const QDateTime& moment) {
+    const QTime time = moment.time();
+    const QDateTime others[] = {moment.addYears(1),
+                                moment.addYears(100),
+                                moment.addMonths(moment.date().month() == 12 ? -1 : 1),
+                                moment.addDays(moment.date().day() > 1 ? -1 : 1),
+                                QDateTime(moment.date(), QTime(time.hour(), time.minute()), Qt::UTC),
+                                QDateTime(moment.date(), QTime(time.hour(), 0, time.second()), Qt::UTC),
+                                QDateTime(moment.date(), QTime(0, time.minute(), time.second()), Qt::UTC)};
+    const QString written = text::Format(moment, format);
+    return time.msec() == 0 &&
+           std::none_of(std::begin(others), std::end(others), [&](const QDateTime& other) {
+               return other != moment && text::Format(other, format) == written;
+           });
+}
+
+bool IsMoment(ado::DataType type) {
+    return type == ado::DataType::Date || type == ado::DataType::DBDate || type == ado::DataType::DBTimeStamp;
+}
+
+/// A value of the field's list as it finds its row again: what is no date goes in as it stands, and a moment
+/// that the format would cut goes in whole.
+QString PickedText(const ZPGGlobalDeclarations& state, const QString& picked, ado::DataType type) {
+    const auto moment = IsMoment(type) ? text::ToDate(picked) : std::nullopt;
+    if (!moment) return picked;
+    const bool finer = picked.contains(u'.');
+    if (!finer && FormatCarries(state.Options.gDateFormat, *moment))
+        return text::Format(*moment, state.Options.gDateFormat);
+    // The one form that this server reads alike in all of its languages.
+    return state.gDatabaseType == QLatin1String("SQL Server") ? QString(picked).replace(u' ', u'T') : picked;
+}
+
+/// A value that was typed, in the date format.
+QString TypedDate(const ZPGGlobalDeclarations& state, const QString& typed) {
+    const auto number = text::ToNumber(typed);
+    if (number && IsPlausibleDay(*number))
+        return text::Format(DateOfNumber(*number), state.Options.gDateFormat);
+    return CriterionDate(state, typed);
+}
+
+/// Both values as they are written. What was typed is a date on the strength of the first one being a date.
+void FormatDates(const ZPGGlobalDeclarations& state, ado::DataType type, Values& values) {
+    const bool dates = text::IsDate(values.First) && !text::IsNumeric(values.First);
+    if (values.FirstPicked) {
+        values.First = PickedText(state, values.First, type);
+    } else if (dates) {
+        values.First = CriterionDate(state, values.First);
+    }
+    if (values.SecondPicked) {
+        values.Second = PickedText(state, values.Second, type);
+    } else if (dates) {
+        values.Second = TypedDate(state, values.Second);
     }
 }
 
@@ -134,8 +194,9 @@ QString CriterionText(ZPGGlobalDeclarations& state, const CriteriaOperator& entr
     }
     Values values = ReadValues(state, entry);
     state.Form->ValueDelimiter = DelimiterOfValue(state, values.First);
-    state.Form->ValueDelimiter = DelimiterForType(TypeOfField(state), state.Form->ValueDelimiter, values);
-    FormatDates(state, values);
+    const ado::DataType type = TypeOfField(state, values);
+    state.Form->ValueDelimiter = DelimiterForType(type, state.Form->ValueDelimiter, values);
+    FormatDates(state, type, values);
     const QString& delimiter = state.Form->ValueDelimiter;
     QString text = entry.Word + u' ' + delimiter + values.First + delimiter;
     if (entry.TakesTwoValues()) text += QStringLiteral(" AND ") + delimiter + values.Second + delimiter;

@@ -1,5 +1,6 @@
 #include "sqlgen/GroupRow.h"
 
+#include "sqlgen/Aliases.h"
 #include "sqlgen/WorkingRows.h"
 
 #include <algorithm>
@@ -13,8 +14,6 @@ struct GroupChoice {
     QString Key;
     QString Operator;
     QString Expression;
-    /// What the alias would be with the operator as it is listed; found in no row for the DISTINCT operators.
-    QString ListedAlias;
     /// Empty for plain grouping.
     QString Alias;
 };
@@ -31,9 +30,8 @@ QString AliasName(const ZPGGlobalDeclarations& state, const QString& shown) {
 
 GroupChoice ReadChoice(const ZPGGlobalDeclarations& state) {
     const FormState& form = *state.Form;
-    GroupChoice choice{SelectedFieldKey(form).Key, form.lstOperands.Items.Text(), {}, {}, {}};
+    GroupChoice choice{SelectedFieldKey(form).Key, form.lstOperands.Items.Text(), {}, {}};
     const QString name = AliasName(state, form.lstSelectedFields.Items.Text());
-    choice.ListedAlias = choice.Operator + QStringLiteral("OF") + name;
     const qsizetype distinct = choice.Operator.indexOf(QLatin1String("DISTINCT"));
     if (choice.Operator == QLatin1String("GROUP BY")) {
         choice.Expression = choice.Key;
@@ -44,16 +42,15 @@ GroupChoice ReadChoice(const ZPGGlobalDeclarations& state) {
         choice.Alias = aggregate + word + QStringLiteral("OF") + name;
     } else {
         choice.Expression = choice.Operator + u'(' + choice.Key + u')';
-        choice.Alias = choice.ListedAlias;
+        choice.Alias = choice.Operator + QStringLiteral("OF") + name;
     }
     return choice;
 }
 
 bool StandsAlready(const ZPGGlobalDeclarations& state, const GroupChoice& choice) {
     const std::vector<GroupRow> rows = GroupRows(state);
-    return std::any_of(rows.begin(), rows.end(), [&](const GroupRow& row) {
-        return row.GroupBy == choice.Expression || row.FieldAlias == choice.ListedAlias;
-    });
+    return std::any_of(rows.begin(), rows.end(),
+                       [&](const GroupRow& row) { return row.GroupBy == choice.Expression; });
 }
 
 bool AskForOutput(const ZPGGlobalDeclarations& state, const QString& listedOperator) {
@@ -74,14 +71,16 @@ void WriteRow(ado::Recordset& groups, const GroupChoice& choice, bool output) {
 
 /// Writes what `write` writes into the row in hand; one that can't be written whole is taken away again.
 template <typename Write>
-void WriteOrRemove(ado::Recordset& recordset, Write write) {
+RowOutcome WriteOrRemove(ado::Recordset& recordset, Write write) {
     try {
         write();
+        return RowOutcome::Added;
     } catch (const ado::Error&) {
         const qint64 rows = recordset.RecordCount();
         recordset.CancelUpdate();
         // A row that somebody moved away from stands as if it were whole.
         if (recordset.RecordCount() == rows) recordset.Delete();
+        return RowOutcome::TooLong;
     }
 }
 
@@ -117,29 +116,34 @@ FormState::FieldKey SelectedFieldKey(const FormState& form) {
     return form.SelectedFieldKeys[static_cast<std::size_t>(index)];
 }
 
-void AddGroupRow(ZPGGlobalDeclarations& state) {
+RowOutcome AddGroupRow(ZPGGlobalDeclarations& state) {
     const GroupChoice choice = ReadChoice(state);
-    if (choice.Key.isEmpty() || choice.Operator.isEmpty() || !state.rsGroupBy) return;
-    if (StandsAlready(state, choice)) return;
+    if (choice.Key.isEmpty() || choice.Operator.isEmpty() || !state.rsGroupBy) return RowOutcome::Standing;
+    if (StandsAlready(state, choice)) return RowOutcome::Standing;
+    if (AliasIsTaken(state, choice.Alias)) {
+        TellTakenAlias(state);
+        return RowOutcome::TakenAlias;
+    }
     const ado::RecordsetPtr groups = state.rsGroupBy;
     const int showing = state.Showing;
     // The row stands, still empty, while the question is asked.
     BeginRow(*groups);
     const bool output = AskForOutput(state, choice.Operator);
     // A host's box may let the user go on: the rows can be others by now, be moved in, or closed.
-    if (state.Showing != showing || state.rsGroupBy != groups || !FindBegunRow(*groups)) return;
-    WriteOrRemove(*groups, [&] {
+    if (state.Showing != showing || state.rsGroupBy != groups || !FindBegunRow(*groups))
+        return RowOutcome::Standing;
+    return WriteOrRemove(*groups, [&] {
         WriteRow(*groups, choice, output);
         if (!choice.Alias.isEmpty() && state.rsAlias) AddAlias(*state.rsAlias, choice);
     });
 }
 
-void AddOrderRow(ZPGGlobalDeclarations& state) {
+RowOutcome AddOrderRow(ZPGGlobalDeclarations& state) {
     const QString key = SelectedFieldKey(*state.Form).Key;
-    if (key.isEmpty() || !state.rsOrderBy) return;
+    if (key.isEmpty() || !state.rsOrderBy) return RowOutcome::Standing;
     ado::Recordset& orders = *state.rsOrderBy;
     BeginRow(orders);
-    WriteOrRemove(orders, [&] {
+    return WriteOrRemove(orders, [&] {
         orders.SetValue(u"FieldName", key);
         orders.SetValue(u"OrderBy", QString(key + u' ' + state.Form->lstOperands.Items.Text()));
         orders.Update();

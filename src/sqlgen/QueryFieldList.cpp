@@ -14,6 +14,7 @@ class QueryFields {
 
     void Add(const QString& shown, const QString& key, const QString& column) {
         texts << shown;
+        meanings << key;
         keys.push_back({key, column});
     }
     /// Every field, without its table: same-named fields of two tables look the same.
@@ -22,13 +23,13 @@ class QueryFields {
     }
     void Show() {
         form.lstSelectedFields.Items.Clear();
-        form.lstSelectedFields.Items.AddItems(texts);
+        form.lstSelectedFields.Items.AddItems(texts, meanings);
         form.SelectedFieldKeys = std::move(keys);
     }
 
  private:
     FormState& form;
-    QStringList texts;
+    QStringList texts, meanings;
     std::vector<FormState::FieldKey> keys;
 };
 

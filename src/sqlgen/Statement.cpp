@@ -25,8 +25,9 @@ void EnableRunQuery(ZPGGlobalDeclarations& state) {
     const QString& text = state.Form->txtSQL.Text;
     const bool hasText =
         std::any_of(text.begin(), text.end(), [](QChar c) { return c != u'\r' && c != u'\n'; });
-    // While the criteria grid hides the statement there is nothing to run.
+    // While the criteria grid hides the statement it may lack what was typed there.
     state.Form->cmdRunQuery.Enabled = hasText && !state.Form->dgrSQL.Visible;
+    state.Form->cmdCreateView.Enabled = state.Form->cmdRunQuery.Enabled;
 }
 
 void RegenerateStatement(ZPGGlobalDeclarations& state) {

@@ -13,7 +13,7 @@ void AssembleStatement(ZPGGlobalDeclarations& state);
 /// Positions count in `statement`, with CR LF as two characters.
 std::vector<ColourSpan> ColourStatement(const QString& statement);
 
-/// cmdRunQuery is enabled exactly when txtSQL holds text; line breaks alone are none.
+/// cmdRunQuery and cmdCreateView are enabled exactly when txtSQL shows text; line breaks alone are none.
 void EnableRunQuery(ZPGGlobalDeclarations& state);
 
 /// Rebuilds every clause from the state, then assembles.

@@ -14,6 +14,7 @@
 #include "wizard/Look.h"
 #include "wizard/Pick.h"
 #include "wizard/ShowControl.h"
+#include "wizard/Splits.h"
 #include "wizard/frmCalcFields.h"
 #include "wizard/frmCriteriaBuilder.h"
 #include "wizard/frmFieldOrder.h"
@@ -96,14 +97,10 @@ void BuildTabPage::ConnectGrid() {
     connect(dgrSQL, &controls::DataGrid::EditRefused, this, [this](const QString& text) {
         Host().Run([text](ZPGGlobalDeclarations& state) { TellRefusal(state, text); });
     });
-    OnClick(cmdSplit, [this](ZPGGlobalDeclarations& state) {
-        dgrSQL->AddSplit();
-        state.Form->cmdDeleteSplit.Enabled = true;
-    });
-    OnClick(cmdDeleteSplit, [this](ZPGGlobalDeclarations& state) {
-        dgrSQL->RemoveSplit();
-        state.Form->cmdDeleteSplit.Enabled = dgrSQL->SplitCount() > 1;
-    });
+    OnClick(cmdSplit,
+            [this](ZPGGlobalDeclarations& state) { AddSplit(state, dgrSQL, state.Form->cmdDeleteSplit); });
+    OnClick(cmdDeleteSplit,
+            [this](ZPGGlobalDeclarations& state) { RemoveSplit(dgrSQL, state.Form->cmdDeleteSplit); });
 }
 
 /// Lets the user write the cell's text in the dialog; a text that the cell can't hold comes back to him.

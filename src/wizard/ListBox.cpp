@@ -83,12 +83,13 @@ void ListBox::focusInEvent(QFocusEvent* event) {
     if (state && state->ListIndex() < 0) selectionModel()->clearCurrentIndex();
 }
 
-/// An item that looks like mark-up is shown as it stands.
+/// What looks like mark-up is shown as it stands.
 bool ListBox::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     const QModelIndex item = indexAt(help->pos());
-    QToolTip::showText(help->globalPos(), item.isValid() ? PlainToolTip(item.data().toString()) : toolTip(),
+    QToolTip::showText(help->globalPos(),
+                       item.isValid() ? PlainToolTip(item.data(Qt::ToolTipRole).toString()) : toolTip(),
                        viewport());
     return true;
 }

@@ -6,6 +6,7 @@
 #include "wizard/Build.h"
 #include "wizard/ExportMeans.h"
 #include "wizard/ShowControl.h"
+#include "wizard/Splits.h"
 #include "wizard/frmExcelDataChoice.h"
 
 #include <QGroupBox>
@@ -74,12 +75,10 @@ void ResultsTabPage::ConnectControls() {
     });
     OnClick(cmdExcel, [this](ZPGGlobalDeclarations& state) { Export(state); });
     OnClick(cmdResAddSplit, [this](ZPGGlobalDeclarations& state) {
-        dgrQueryResults->AddSplit();
-        state.Form->cmdResDeleteSplit.Enabled = true;
+        AddSplit(state, dgrQueryResults, state.Form->cmdResDeleteSplit);
     });
     OnClick(cmdResDeleteSplit, [this](ZPGGlobalDeclarations& state) {
-        dgrQueryResults->RemoveSplit();
-        state.Form->cmdResDeleteSplit.Enabled = dgrQueryResults->SplitCount() > 1;
+        RemoveSplit(dgrQueryResults, state.Form->cmdResDeleteSplit);
     });
 }
 

@@ -1,5 +1,6 @@
 #include "wizard/frmCalcFields.h"
 
+#include "platform/controls/DocumentText.h"
 #include "wizard/Build.h"
 #include "wizard/ListBox.h"
 #include "wizard/ShowControl.h"
@@ -26,15 +27,6 @@ void ShowInList(ListState& list, const QStringList& items) {
     list.AddItems(items);
 }
 
-/// The text as it was typed. The widget's own plain text makes a common blank of one that does not break, and
-/// names of columns hold such blanks.
-QString TextOf(const QPlainTextEdit& box) {
-    QString text = box.document()->toRawText();
-    for (const QChar separator : {QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
-        text.replace(separator, u'\n');
-    return text;
-}
-
 }  // namespace
 
 frmCalcFields::frmCalcFields(ZPGGlobalDeclarations& run, QWidget* over)
@@ -56,7 +48,12 @@ frmCalcFields::frmCalcFields(ZPGGlobalDeclarations& run, QWidget* over)
     lstOperators->SetItems(&operators);
     lstCalcFields->SetItems(&fields);
     operators.AddItems(CalcOperators());
-    for (const CalcFieldForm::FieldRow& row : form.Fields) fields.AddItem(row.Shown);
+    QStringList shown, keys;
+    for (const CalcFieldForm::FieldRow& row : form.Fields) {
+        shown << row.Shown;
+        keys << row.Key;
+    }
+    fields.AddItems(shown, keys);
     FinishControls();
     chkShowField->setText(ResString(State(), 147));
     ConnectLists();
@@ -157,7 +154,8 @@ void frmCalcFields::ConnectLists() {
 
 void frmCalcFields::ConnectTexts() {
     connect(txtCriteria, &QPlainTextEdit::textChanged, this, [this] {
-        if (!showing) Change([&] { ExpressionTyped(form, TextOf(*txtCriteria)); });
+        if (!showing)
+            Change([&] { ExpressionTyped(form, controls::DocumentText(*txtCriteria->document())); });
     });
     connect(txtAlias, &QLineEdit::textChanged, this, [this](const QString& text) {
         if (showing) return;
@@ -184,8 +182,9 @@ void frmCalcFields::Change(const std::function<void()>& operation) {
 void frmCalcFields::Insert(const QString& text) {
     if (text.isEmpty()) return;
     const QTextCursor caret = txtCriteria->textCursor();
-    form.SelStart = caret.selectionStart();
-    form.SelLength = caret.selectionEnd() - caret.selectionStart();
+    const QTextDocument& document = *txtCriteria->document();
+    form.SelStart = controls::TextPosition(document, caret.selectionStart());
+    form.SelLength = controls::TextPosition(document, caret.selectionEnd()) - form.SelStart;
     Change([&] { InsertIntoExpression(form, text); });
     QTextCursor end = txtCriteria->textCursor();
     end.movePosition(QTextCursor::End);
@@ -198,7 +197,7 @@ void frmCalcFields::Show() {
     ShowInList(functions, form.Functions);
     const auto type = static_cast<size_t>(form.FunctionType);
     if (type < std::size(optFunctionType)) optFunctionType[type]->setChecked(true);
-    if (TextOf(*txtCriteria) != form.Criteria) {
+    if (controls::DocumentText(*txtCriteria->document()) != form.Criteria) {
         // One step for Undo, unlike setPlainText, which forgets what was typed.
         QTextCursor whole(txtCriteria->document());
         whole.select(QTextCursor::Document);

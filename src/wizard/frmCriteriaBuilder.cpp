@@ -3,10 +3,12 @@
 #include "flow/CriteriaCell.h"
 #include "platform/controls/Bidi.h"
 #include "platform/controls/ColouredText.h"
+#include "platform/controls/DocumentText.h"
 #include "wizard/Build.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QTextCursor>
 #include <QVBoxLayout>
@@ -53,12 +55,6 @@ QString Inserted(const QString& caption) {
     return caption.front().isLetter() ? u' ' + caption : caption;
 }
 
-/// Where the selection starts in the text with CR LF: the document counts a break as one.
-int SelectionStart(const QTextEdit& box) {
-    const int position = box.textCursor().selectionStart();
-    return position + static_cast<int>(box.toPlainText().left(position).count(u'\n'));
-}
-
 }  // namespace
 
 frmCriteriaBuilder::frmCriteriaBuilder(ZPGGlobalDeclarations& run, const QString& cell, QWidget* over)
@@ -69,6 +65,7 @@ frmCriteriaBuilder::frmCriteriaBuilder(ZPGGlobalDeclarations& run, const QString
     txtCriteria->setObjectName(QStringLiteral("txtCriteria"));
     txtCriteria->setAccessibleName(tr("Criteria"));
     txtCriteria->setTabChangesFocus(true);
+    txtCriteria->installEventFilter(this);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(txtCriteria, 1);
     layout->addWidget(MakeKeys());
@@ -100,6 +97,8 @@ QPushButton* frmCriteriaBuilder::MakeKey(const QString& name, const QString& cap
     QPushButton* key = MakeButton(name, 0);
     key->setText(QGuiApplication::isRightToLeft() ? controls::Isolated(caption) : caption);
     key->setAccessibleName(caption);
+    // Enter is OK wherever the keyboard is; Space presses a key.
+    key->setAutoDefault(false);
     connect(key, &QPushButton::clicked, this, [this, inserted] { Insert(inserted); });
     return key;
 }
@@ -123,9 +122,23 @@ QWidget* frmCriteriaBuilder::MakeFoot() {
 }
 
 void frmCriteriaBuilder::Insert(const QString& key) {
-    txtCriteria->SetText(InsertKey(txtCriteria->Text(), SelectionStart(*txtCriteria), key));
+    const int place = txtCriteria->textCursor().selectionStart();
+    txtCriteria->SetText(
+        InsertKey(txtCriteria->Text(), controls::TextPosition(*txtCriteria->document(), place), key));
     txtCriteria->moveCursor(QTextCursor::End);
     txtCriteria->setFocus();
+}
+
+bool frmCriteriaBuilder::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == txtCriteria && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (enter && !(key->modifiers() & ~Qt::KeypadModifier)) {
+            cmdCriteriaOK_Click();
+            return true;
+        }
+    }
+    return WizardDialog::eventFilter(watched, event);
 }
 
 void frmCriteriaBuilder::cmdCriteriaOK_Click() {

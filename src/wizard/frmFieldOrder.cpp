@@ -65,8 +65,6 @@ QWidget* frmFieldOrder::MakeLists() {
     lstAlias = new ListBox(QStringLiteral("lstAlias"));
     lstAlias->setAccessibleName(ResString(State(), 146).remove(u':').trimmed());
     ScrollTogether(lstFields, lstAlias);
-    // In Order mode both lists say the same.
-    lstAlias->setVisible(State().EditMode != u"Order");
     auto* lists = new QHBoxLayout;
     lists->addWidget(lstFields, 3);
     lists->addWidget(lstAlias, 2);
@@ -75,11 +73,16 @@ QWidget* frmFieldOrder::MakeLists() {
     txtAlias->setReadOnly(true);
     txtAlias->setAccessibleName(lstAlias->accessibleName());
     auto* alias = new QHBoxLayout;
-    alias->addWidget(MakeLabel(QStringLiteral("lblAlias"), 146, txtAlias));
+    QLabel* lblAlias = MakeLabel(QStringLiteral("lblAlias"), 146, txtAlias);
+    alias->addWidget(lblAlias);
     alias->addWidget(txtAlias, 1);
     auto* layout = new QVBoxLayout(fraOrder);
     layout->addLayout(lists, 1);
     layout->addLayout(alias);
+    // An order has no alias.
+    for (QWidget* each :
+         {static_cast<QWidget*>(lstAlias), static_cast<QWidget*>(lblAlias), static_cast<QWidget*>(txtAlias)})
+        each->setVisible(form.AliasVisible);
     return fraOrder;
 }
 

@@ -1,14 +1,18 @@
 #include "RandomActs.h"
 
 #include "flow/BuildTab.h"
+#include "flow/CalcFields.h"
 #include "flow/Criteria.h"
+#include "flow/CriteriaCell.h"
 #include "flow/CriteriaGrid.h"
+#include "flow/FieldOrder.h"
 #include "flow/FieldTab.h"
 #include "flow/JoinTab.h"
 #include "sqlgen/FromClause.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/Statement.h"
 #include "sqlgen/WhereClause.h"
+#include "sqlgen/WorkingRows.h"
 
 #include <QRegularExpression>
 
@@ -24,7 +28,9 @@ const char* const values[] = {"1",         "5",         "7",   "O'Brien", "a%", 
                               "BETWEEN 1", "1/31/2003", "a=b", "''",      " ",  "Oslo"};
 constexpr int plainValueCount = 3;
 const char* const tops[] = {"5", "", "abc", "150", "1.5"};
-const char* const expressions[] = {"[Orders].[Total]*2", "SUM([Orders].[Total])", "[Customers].[Id]>1", "1"};
+const char* const expressions[] = {"[Orders].[Total]*2", "SUM([Orders].[Total])", "[Orders].[Id]\n+1",
+                                   "[Customers].[Id]-1", "1"};
+const char* const aliases[] = {"Calc0", "Calc1", "calc1", "SumOfTotal", "Calc2", "Calc3"};
 
 QString ValueOf(const Act& act, int number) {
     if (act.PlainValues) return QString::fromLatin1(values[number % plainValueCount]);
@@ -172,28 +178,66 @@ QString EditInGrid(WizardRun& run, const Act& act) {
     const bool onNewRow = !HasRows(sheet) || act.Second % 3 == 1;
     const int column = act.First % sheet->FieldCount();
     BeginCellDialog(run.state, column, onNewRow);
-    run.state.CurrentCellText = ValueOf(act, act.Second);
-    run.state.CriteriaChanged = true;
+    AcceptCriteria(run.state, run.state.CurrentCellText,
+                   act.First % 5 ? ValueOf(act, act.Second) : QString());
     EndCellDialog(run.state, column, onNewRow);
     return QStringLiteral("edit a cell");
 }
 
-/// What the dialog of calculated fields leaves behind.
 QString AddCalculatedField(WizardRun& run, const Act& act) {
     if (!OnStatement(run) || act.Kind % 3) return {};
-    ShowSqlView(run.state);
-    const QString expression = QString::fromLatin1(expressions[act.First % std::size(expressions)]);
-    const QString alias = QStringLiteral("Calc%1").arg(run.state.rsCalcFields->RecordCount());
-    for (const auto& [rows, owner] : {std::pair{run.state.rsCalcFields, act.Second % 2 ? "YES" : "No"},
-                                      std::pair{run.state.rsAlias, "rsCalcFields"}}) {
-        rows->AddNew();
-        rows->SetValue(0, expression);
-        rows->SetValue(1, alias);
-        rows->SetValue(2, QString::fromLatin1(owner));
-        rows->Update();
+    BeginCalcField(run.state);
+    CalcFieldForm form = LoadCalcField(run.state);
+    InsertIntoExpression(form, QString::fromLatin1(expressions[act.First % std::size(expressions)]));
+    form.Alias = QString::fromLatin1(aliases[act.Second % std::size(aliases)]);
+    form.ShowField = act.First % 2;
+    if (AcceptCalcField(run.state, form) != CalcOutcome::Stored) CancelCalcField(run.state);
+    EndCalcField(run.state);
+    return QStringLiteral("calculate %1 as %2").arg(form.Criteria, form.Alias);
+}
+
+void EditExpression(WizardRun& run, FieldOrderForm& list) {
+    BeginCalcEdit(run.state, list);
+    const QString before = run.state.EditCalcField;
+    CalcFieldForm form = LoadCalcField(run.state);
+    ExpressionTyped(form, form.Criteria + QStringLiteral("+1"));
+    if (AcceptCalcField(run.state, form) != CalcOutcome::Stored) CancelCalcField(run.state);
+    EndCalcEdit(run.state, list, before);
+}
+
+/// One visit to the dialog behind the edit buttons: a row is moved and then deleted, switched or edited.
+QString EditRows(WizardRun& run, const Act& act) {
+    static const char* const modes[] = {"Group", "Order", "Calc"};
+    if (!OnStatement(run) || act.Kind % 3 != 1) return {};
+    BeginFieldOrder(run.state, QString::fromLatin1(modes[act.First % 3]));
+    FieldOrderForm form = LoadFieldOrder(run.state);
+    const int rows = static_cast<int>(form.Rows.size());
+    if (rows > 0) {
+        OrderRowClicked(run.state, form, act.Second % rows);
+        MoveOrderRow(run.state, form, act.Second % 2);
+        const int deed = act.First / 3 % 3;
+        if (deed == 0) DeleteOrderRow(run.state, form);
+        if (deed == 1) OutputClicked(run.state, form, !form.Output);
+        if (deed == 2 && form.EditEnabled) EditExpression(run, form);
+        if (act.First % 4) AcceptFieldOrder(run.state, form);
     }
     ShowSqlView(run.state);
-    return QStringLiteral("calculate ") + expression;
+    return QStringLiteral("edit %1, deed %2").arg(run.state.EditMode).arg(act.First / 3 % 3);
+}
+
+/// The tab is left while one of the tables is not to be found.
+QString LoseTable(WizardRun& run, const Act& act) {
+    if (!OnTab(run, WizardTab::Tables) || !run.Form().TablesChanged || act.Second % 4) return {};
+    const auto rename = [&](const char* from, const char* to) {
+        run.database.Run(
+            QStringLiteral("ALTER TABLE %1 RENAME TO %2").arg(QLatin1String(from), QLatin1String(to)));
+    };
+    const auto tab = run.Form().TabZPG.TabEnabled[2] ? WizardTab::Fields : WizardTab::Joins;
+    if (!run.Form().TabZPG.TabEnabled[static_cast<std::size_t>(tab)]) return {};
+    rename("Customers", "Away");
+    SelectTab(run.state, tab);
+    rename("Away", "Customers");
+    return QStringLiteral("leave the tables while Customers is away");
 }
 
 QString Reset(WizardRun& run, const Act& act) {
@@ -232,6 +276,9 @@ const std::function<QString(WizardRun&, const Act&)> performers[] = {
     ChangeOptions,
     EditInGrid,
     AddCalculatedField,
+    EditRows,
+    EditRows,
+    LoseTable,
     Reset,
     LookUp,
 };
@@ -245,11 +292,13 @@ QString Assembled(const ZPGGlobalDeclarations& state) {
 }
 
 /// Shapes that the builders write although no database takes them: nothing to put out, a comma behind TOP, a
-/// fraction of a row, and a pattern on a number, which stays without its quotes.
+/// fraction of a row, a pattern on a number, which stays without its quotes, and a comparison behind one that
+/// begins with its sign, which stays without its name.
 bool IsOddShape(const ZPGGlobalDeclarations& state) {
     static const QRegularExpression oddSelect(
         QStringLiteral("^SELECT (DISTINCT )?(TOP \\S+ (PERCENT )?)?($|,)|TOP \\S*\\."));
-    static const QRegularExpression barePattern(QStringLiteral("LIKE [^']"));
+    static const QRegularExpression barePattern(
+        QStringLiteral("LIKE [^']|(<>|<=|>=|NOT LIKE)[^()]* AND (<|>|=|LIKE)"));
     return oddSelect.match(state.SelectClause).hasMatch() ||
            barePattern.match(state.WhereClause + state.HavingClause).hasMatch();
 }
@@ -325,6 +374,38 @@ QString BrokenJoins(const ZPGGlobalDeclarations& state) {
     return {};
 }
 
+/// Groups and calculated fields have names of their own, and the alias rows say the same.
+QString BrokenAliases(const ZPGGlobalDeclarations& state) {
+    QStringList named, written, folded;
+    for (const GroupRow& row : GroupRows(state))
+        if (!row.FieldAlias.isEmpty()) named << row.GroupBy + QStringLiteral(" AS ") + row.FieldAlias;
+    for (const CalcRow& row : CalcRows(state)) named << row.CalcField + QStringLiteral(" AS ") + row.Alias;
+    for (const AliasRow& row : AliasRows(state)) {
+        written << row.FieldName + QStringLiteral(" AS ") + row.Alias;
+        folded << row.Alias.toCaseFolded();
+    }
+    named.sort();
+    written.sort();
+    if (named != written)
+        return QStringLiteral("named: %1, in rsAlias: %2").arg(named.join(u','), written.join(u','));
+    return folded.removeDuplicates() ? QStringLiteral("an alias stands twice: ") + written.join(u',')
+                                     : QString();
+}
+
+/// What tells of the field in hand, and what may be done now.
+QString BrokenEntry(const ZPGGlobalDeclarations& state) {
+    const FormState& form = *state.Form;
+    if (form.lstSelectedFields.Items.ListIndex() < 0 &&
+        (form.fraBuildQuery.Caption != QueryModeCaption(state) ||
+         !form.lstSelectedFields.ToolTipText.isEmpty() || form.FieldHasCriteria > 0))
+        return QStringLiteral("no field is selected: ") + form.fraBuildQuery.Caption + u' ' +
+               form.lstSelectedFields.ToolTipText;
+    if (form.cmdCommit.Enabled && form.lstOperands.Items.ListIndex() < 0)
+        return QStringLiteral("a commit without an operator");
+    if (form.cmdCreateView.Enabled != form.cmdRunQuery.Enabled) return QStringLiteral("cmdCreateView");
+    return {};
+}
+
 }  // namespace
 
 Acts RandomActs(unsigned seed, int count, bool plainValues) {
@@ -360,8 +441,10 @@ QString BrokenInvariant(WizardRun& run, bool plainValues) {
     if (static_cast<std::size_t>(form.lstSelectedFields.Items.ListCount()) != form.SelectedFieldKeys.size())
         return QStringLiteral("rows of the field list without a meaning");
     if (form.Pointer != MousePointer::Default) return QStringLiteral("the hourglass was left behind");
-    const QString joins = BrokenJoins(state);
-    if (!joins.isEmpty()) return joins;
+    for (const QString& broken : {BrokenJoins(state), BrokenAliases(state)})
+        if (!broken.isEmpty()) return broken;
+    if (const QString entry = BrokenEntry(state); OnTab(run, WizardTab::Build) && !entry.isEmpty())
+        return entry;
     // On the first tabs the statement waits until the tab is left; the grid holds it back too.
     if (!OnStatement(run)) return {};
     const QString text = Assembled(state);

@@ -11,12 +11,12 @@ namespace {
 
 using test::SqlState;
 
-const auto Price = QStringLiteral("[Items].[Price]");
+constexpr char sumOfPrice[] = "[Items].[Price]|SUM([Items].[Price])|SUMOFPrice|YES";
 
 /// A run with one table of two fields, put out both.
 struct CalcRun : SqlState {
     explicit CalcRun(const char* dialect = "SQL Server") : SqlState(dialect) {
-        Choose({QStringLiteral("[Items]")}, {QStringLiteral("[Items].[Id]"), Price});
+        Choose("[Items]", "[Items].[Id],[Items].[Price]");
         state.Options.gRunTimeCaption = QStringLiteral("Caption");
     }
 
@@ -126,13 +126,12 @@ TEST(CalcFields, OkFollowsWhatIsThere) {
 
 TEST(CalcFields, FieldsGroupsAndEarlierFieldsAreOnOffer) {
     CalcRun run;
-    run.Add(run.state.rsGroupBy, {Price, QStringLiteral("SUM([Items].[Price])"), QStringLiteral("SUMOFPrice"),
-                                  QStringLiteral("YES")});
-    run.Add(run.state.rsGroupBy, {Price, Price, {}, QStringLiteral("YES")});
+    run.Add(run.state.rsGroupBy, sumOfPrice);
+    run.Add(run.state.rsGroupBy, "[Items].[Price]|[Items].[Price]|-|YES");
     ASSERT_EQ(run.Accept(QStringLiteral("1+1"), QStringLiteral("Two")), CalcOutcome::Stored);
     const std::vector<CalcFieldForm::FieldRow> expected{
         {QStringLiteral("[Id]"), QStringLiteral("[Items].[Id]")},
-        {QStringLiteral("[Price]"), Price},
+        {QStringLiteral("[Price]"), QStringLiteral("[Items].[Price]")},
         {QStringLiteral("SUMOFPrice"), QStringLiteral("SUM([Items].[Price])")},
         {QStringLiteral("Two"), QStringLiteral("1+1")}};
     EXPECT_EQ(LoadCalcField(run.state).Fields, expected);
@@ -151,8 +150,7 @@ TEST(CalcFields, AnAggregateMustStandInAGroupRowExactly) {
             "You must first create the Aggregate using the Group function before using the Aggregate in a "
             "Calculated field."));
     EXPECT_EQ(run.prompts->Boxes[0].Title, QStringLiteral("Calc Field Creation Error"));
-    run.Add(run.state.rsGroupBy, {Price, QStringLiteral("SUM([Items].[Price])"), QStringLiteral("SUMOFPrice"),
-                                  QStringLiteral("YES")});
+    run.Add(run.state.rsGroupBy, sumOfPrice);
     EXPECT_EQ(run.Accept(QStringLiteral("sum([Items].[Price])*2"), QStringLiteral("X")), CalcOutcome::Refused)
         << "case counts";
     EXPECT_EQ(run.Accept(QStringLiteral("  SUM([Items].[Price])*2 "), QStringLiteral(" X ")),
@@ -166,7 +164,10 @@ TEST(CalcFields, AliasesAreUniqueAndAnEditReplacesItsRow) {
     run.Accept(QStringLiteral("1"), QStringLiteral("A"));
     run.Accept(QStringLiteral("2"), QStringLiteral("B"), false);
     EXPECT_EQ(run.Rows(), QStringList({QStringLiteral("1|A|YES"), QStringLiteral("2|B|No")}));
-    EXPECT_EQ(run.Accept(QStringLiteral("3"), QStringLiteral(" A")), CalcOutcome::TakenAlias);
+    run.Add(run.state.rsGroupBy, sumOfPrice);
+    for (const char* taken : {" A", "a", "[A]", "b ", "sumOfPrice"})
+        EXPECT_EQ(run.Accept(QStringLiteral("3"), QString::fromLatin1(taken)), CalcOutcome::TakenAlias)
+            << taken;
     EXPECT_EQ(run.prompts->Boxes.last().Text,
               QStringLiteral("Alias already exists.\r\nAll Alias must be unique."));
     EXPECT_EQ(run.prompts->Boxes.last().Style, 48);
@@ -195,15 +196,25 @@ TEST(CalcFields, AnExpressionThatItsColumnCanNotHoldLosesNothing) {
     EXPECT_EQ(run.prompts->Boxes.size(), 1);
 }
 
-TEST(CalcFields, TheStatementFollows) {
+TEST(CalcFields, TheWholeStatementFollows) {
     CalcRun run;
-    run.Accept(QStringLiteral("[Items].[Price]*2"), QStringLiteral("Twice"));
     run.state.FromClause = QStringLiteral("FROM [Items]");
-    EndCalcField(run.state);
-    EXPECT_EQ(run.Form().txtSQL.Text,
-              QStringLiteral("SELECT *, [Items].[Price]*2 AS Twice\r\nFROM [Items]\r\n"));
+    const QString expression = QStringLiteral("SUM([Items].[Price])\r\n*2");
+    run.Add(run.state.rsGroupBy, sumOfPrice);
+    // What waits for the field, as after a change of its text.
+    run.Add(run.state.rsOrderBy, {expression, expression + QStringLiteral(" DESC")});
+    for (const char* lineBreak : {"\n", "\r", "\r\n"}) {
+        DeleteAllRows(run.state.rsCalcFields);
+        run.Accept(QStringLiteral("SUM([Items].[Price])%1*2").arg(QLatin1String(lineBreak)),
+                   QStringLiteral("Twice"));
+        EndCalcField(run.state);
+        EXPECT_EQ(run.Form().txtSQL.Text,
+                  QStringLiteral("SELECT SUM([Items].[Price]) AS SUMOFPrice, %1 AS Twice\r\nFROM [Items]\r\n"
+                                 "ORDER BY %1 DESC")
+                      .arg(expression));
+    }
     EXPECT_GE(run.state.rsWhere->FieldIndex(u"Twice"), 0);
-    EXPECT_TRUE(run.Form().lstSelectedFields.Items.Items().size() >= 3);
+    EXPECT_EQ(run.Form().lstSelectedFields.Items.Items().last(), expression);
 }
 
 }  // namespace zephrin

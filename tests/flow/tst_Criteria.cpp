@@ -1,5 +1,8 @@
 #include "BuildRun.h"
-#include "flow/Criteria.h"
+#include "flow/CalcFields.h"
+#include "flow/FieldOrder.h"
+
+#include <functional>
 
 namespace zephrin {
 
@@ -119,6 +122,106 @@ TEST(Criteria, TwoValuesOfOneFieldBecomeAlternatives) {
                              "([Orders].[Id] > 0) AND ([Orders].[Total] = 75)"));
 }
 
+// The entry is the user's work: what a cell can't hold stays where it was typed.
+TEST(Criteria, WhatDoesNotFitLeavesQueryAndEntryAsTheyWere) {
+    const auto snapshot = [](const BuildRun& run) {
+        const FormState& form = *run.state.Form;
+        return QStringLiteral("%1, %2 criteria, %3 %4, \"%5\", %6, %7")
+            .arg(run.state.WhereClause)
+            .arg(form.FieldHasCriteria)
+            .arg(form.optAndOr.Selected)
+            .arg(form.optAndOr.Options[1].Enabled)
+            .arg(form.cmbAvailableValues1.Text, form.fraBuildQuery.Caption)
+            .arg(form.cmdCommit.Enabled);
+    };
+    const struct {
+        const char* What;
+        const char* Before;  ///< the operator and the value of a condition that stands already
+        const char* Operator;
+        int Join;
+        int Length;
+    } rows[] = {{"the first", "", "=", 0, 600},
+                {"an alternative", "> 1", "=", 1, 600},
+                {"a further one without room", "<> 1", "<>", 0, 540},
+                {"a pattern", "> 1", "does not contain", 0, 545}};
+    for (const auto& row : rows) {
+        BuildRun run;
+        const QStringList before = QString::fromLatin1(row.Before).split(u' ', Qt::SkipEmptyParts);
+        if (!before.isEmpty()) run.Enter(total, before[0], before[1]);
+        run.PickField(total);
+        run.PickOperator(QString::fromLatin1(row.Operator));
+        run.Form().optAndOr.Selected = row.Join;
+        ValueTyped(run.state, 0, QString(row.Length, u'9'));
+        const QString as = snapshot(run);
+        CommitEntry(run.state);
+        EXPECT_EQ(snapshot(run), as) << row.What;
+        EXPECT_EQ(run.Form().StatusText,
+                  QStringLiteral("Not added: the conditions on a field can have 550 characters in all .."));
+        EXPECT_EQ(run.Form().Pointer, MousePointer::Default);
+        ValueTyped(run.state, 0, QStringLiteral("2"));
+        CommitEntry(run.state);
+        EXPECT_EQ(run.Form().StatusText, QStringLiteral("Ready ..")) << row.What;
+        EXPECT_NE(snapshot(run), as) << row.What;
+    }
+}
+
+TEST(Criteria, AGroupOrOrderThatDoesNotFitSaysSo) {
+    BuildRun run;
+    const QString expression = QString(7998, u'1');
+    run.state.rsCalcFields->AddNew();
+    run.state.rsCalcFields->SetValue(0, expression);
+    run.state.rsCalcFields->SetValue(1, QStringLiteral("Long"));
+    run.state.rsCalcFields->Update();
+    const struct {
+        int Mode;
+        QString Row, Operator;
+    } rows[] = {{1, QStringLiteral("Long"), QStringLiteral("SUM")}, {2, expression, QStringLiteral("ASC")}};
+    for (const auto& row : rows) {
+        ChooseQueryMode(run.state, row.Mode);
+        run.PickField(row.Row);
+        run.PickOperator(row.Operator);
+        run.prompts->Answers = {BoxAnswer::Yes};
+        CommitEntry(run.state);
+        EXPECT_EQ(run.Form().StatusText,
+                  QStringLiteral("Not added: the expression can have 8000 characters in all .."));
+        EXPECT_EQ(run.Form().lstOperands.Items.Text(), row.Operator) << "the entry stays";
+        EXPECT_TRUE(run.Form().cmdCommit.Enabled);
+        EXPECT_FALSE(HasRows(run.state.rsGroupBy) || HasRows(run.state.rsOrderBy));
+    }
+}
+
+TEST(Criteria, NothingTellsOfAFieldThatIsNoLongerSelected) {
+    const struct {
+        const char* What;
+        std::function<void(BuildRun&)> Act;
+        const char* Caption;
+    } rows[] = {
+        {"the statement is shown", [](BuildRun& run) { ShowSqlView(run.state); }, "Where"},
+        {"a dialog", [](BuildRun& run) { BeginFieldOrder(run.state, QStringLiteral("Order")); }, "Where"},
+        {"a calculated field", [](BuildRun& run) { EndCalcField(run.state); }, "Where"},
+        {"a group",
+         [](BuildRun& run) {
+             ChooseQueryMode(run.state, 1);
+             run.PickField(total);
+             run.PickOperator(QStringLiteral("SUM"));
+             run.prompts->Answers = {BoxAnswer::Yes};
+             CommitEntry(run.state);
+         },
+         "Group"},
+    };
+    for (const auto& row : rows) {
+        BuildRun run;
+        run.Enter(total, QStringLiteral(">"), QStringLiteral("5"));
+        row.Act(run);
+        const FormState& form = run.Form();
+        EXPECT_EQ(form.lstSelectedFields.Items.ListIndex(), -1) << row.What;
+        EXPECT_EQ(form.fraBuildQuery.Caption, QString::fromLatin1(row.Caption)) << row.What;
+        EXPECT_EQ(form.lstSelectedFields.ToolTipText, QString()) << row.What;
+        EXPECT_EQ(form.FieldHasCriteria, 0) << row.What;
+        EXPECT_FALSE(form.cmdCommit.Enabled) << row.What;
+    }
+}
+
 TEST(Criteria, ValuesAreLookedUpWithoutNulls) {
     BuildRun run;
     run.database.Run(QStringLiteral("INSERT INTO Orders VALUES (14, NULL, NULL), (15, 1, 50)"));
@@ -141,6 +244,7 @@ TEST(Criteria, ValuesAreLookedUpWithoutNulls) {
     run.database.Run(QStringLiteral("DROP TABLE Orders"));
     LookUpFieldValues(run.state);
     EXPECT_EQ(run.Form().cmbAvailableValues1.Items.ListCount(), 0);
+    EXPECT_TRUE(run.Form().StatusText.startsWith(QStringLiteral("The values could not be read: ")));
     EXPECT_EQ(run.Form().Pointer, MousePointer::Default);
 }
 
@@ -189,21 +293,6 @@ TEST(Criteria, AShowingThatEndsInTheQuestionEndsTheCommit) {
     CommitEntry(run.state);
     EXPECT_EQ(run.state.rsGroupBy, nullptr);
     EXPECT_EQ(run.Form().StatusText, QString());
-}
-
-TEST(Criteria, LeavingTheTabEmptiesTheEntry) {
-    BuildRun run;
-    run.PickField(total);
-    run.PickOperator(between);
-    ValueTyped(run.state, 0, QStringLiteral("1"));
-    SelectTab(run.state, WizardTab::Fields);
-    const FormState& form = run.Form();
-    EXPECT_EQ(form.lstSelectedFields.Items.ListIndex(), -1);
-    EXPECT_EQ(form.lstOperands.Items.ListIndex(), -1);
-    EXPECT_EQ(form.cmbAvailableValues1.Text, QString());
-    EXPECT_FALSE(form.cmbAvailableValues1.Enabled);
-    EXPECT_FALSE(form.lstOperands.Enabled);
-    EXPECT_FALSE(form.cmdCommit.Enabled);
 }
 
 }  // namespace zephrin

@@ -23,17 +23,23 @@ TEST(CriteriaGrid, TakesThePlaceOfTheStatement) {
                 form.cmdSplit.Visible && form.cmdSQLView.Visible);
     EXPECT_FALSE(form.txtSQL.Visible || form.lblSQLLabel[1].Visible || form.chkDistinct.Visible ||
                  form.txtTopX.Visible);
-    EXPECT_FALSE(form.cmdRunQuery.Enabled || form.cmdCommit.Enabled || form.cmbAvailableValues1.Enabled);
+    EXPECT_FALSE(form.cmdRunQuery.Enabled || form.cmdCreateView.Enabled || form.cmdCommit.Enabled ||
+                 form.cmbAvailableValues1.Enabled);
     EXPECT_FALSE(form.lblSQLLabel[0].Caption.isEmpty());
     run.state.rsWhere->SetValueAt(0, totalColumn, QStringLiteral("> 50"));
     ShowSqlView(run.state);
-    EXPECT_TRUE(form.txtSQL.Visible && form.cmdRunQuery.Enabled && form.chkDistinct.Visible);
+    EXPECT_TRUE(form.txtSQL.Visible && form.cmdRunQuery.Enabled && form.cmdCreateView.Enabled &&
+                form.chkDistinct.Visible);
     EXPECT_FALSE(form.dgrSQL.Visible || form.cmdSQLView.Visible || form.cmdSplit.Visible);
     EXPECT_EQ(run.state.WhereClause, QStringLiteral("WHERE ([Orders].[Total] > 50)"));
 }
 
 TEST(CriteriaGrid, SwitchesTheRightSideOnly) {
     BuildRun run;
+    ShowStatementOrGrid(run.state, QueryView::Statement);
+    EXPECT_FALSE(run.Form().cmdCommit.Enabled) << "no operator";
+    run.PickField(QStringLiteral("[Total]"));
+    run.PickOperator(QStringLiteral("="));
     ShowStatementOrGrid(run.state, QueryView::Grid);
     const FormState& form = run.Form();
     EXPECT_TRUE(form.dgrSQL.Visible && form.txtOr.Visible && form.lblSQLLabel[0].Visible);
@@ -75,8 +81,9 @@ TEST(CriteriaGrid, NormalisesWhatIsTyped) {
     }
 }
 
-TEST(CriteriaGrid, AnEditedCellCountsAndKeepsItsRow) {
+TEST(CriteriaGrid, AnEditedCellCountsForItsOwnFieldAndKeepsItsRow) {
     BuildRun run;
+    run.PickField(QStringLiteral("[Total]"));
     for (int i = 0; i < 2; ++i) {
         run.state.rsWhere->AddNew();
         run.state.rsWhere->Update();
@@ -86,7 +93,10 @@ TEST(CriteriaGrid, AnEditedCellCountsAndKeepsItsRow) {
     EXPECT_EQ(run.Form().FieldHasCriteria, 1);
     EXPECT_EQ(run.state.rsWhere->AbsolutePosition(), 2);
     CriterionEdited(run.state, 0);
-    EXPECT_EQ(run.Form().FieldHasCriteria, 0);
+    EXPECT_EQ(run.Form().FieldHasCriteria, 1);
+    run.PickField(QStringLiteral("[Id]"));
+    CriterionEdited(run.state, totalColumn);
+    EXPECT_EQ(run.Form().FieldHasCriteria, 0) << "the field in hand has none";
     CriterionEdited(run.state, 99);
 }
 

@@ -1,8 +1,10 @@
+#include "flow/CalcFields.h"
 #include "flow/FieldOrder.h"
 #include "sqlgen/SelectClause.h"
 #include "sqlgen/SqlState.h"
 #include "sqlgen/WorkingRows.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace zephrin {
@@ -14,18 +16,11 @@ using test::SqlState;
 /// Groups, orders and calculated fields over one table.
 struct OrderRun : SqlState {
     explicit OrderRun(const char* mode) {
-        const auto a = QStringLiteral("[T].[A]"), b = QStringLiteral("[T].[B]"),
-                   sum = QStringLiteral("SUM([T].[B])");
-        Choose({QStringLiteral("[T]")}, {a, b});
-        Add(state.rsGroupBy, {a, a, {}, QStringLiteral("YES")});
-        Add(state.rsGroupBy, {b, sum, QStringLiteral("SUMOFB"), QStringLiteral("YES")});
-        Add(state.rsAlias, {sum, QStringLiteral("SUMOFB"), QStringLiteral("rsGroupBy")});
-        Add(state.rsCalcFields, {QStringLiteral("[T].[A]*2"), QStringLiteral("X"), QStringLiteral("YES")});
-        Add(state.rsCalcFields, {QStringLiteral("[T].[A]*3"), QStringLiteral("Y"), QStringLiteral("No")});
-        Add(state.rsAlias,
-            {QStringLiteral("[T].[A]*2"), QStringLiteral("X"), QStringLiteral("rsCalcFields")});
-        for (const QString& field : {a, sum, QStringLiteral("[T].[A]*2")})
-            Add(state.rsOrderBy, {field, field + QStringLiteral(" ASC")});
+        Choose("[T]", "[T].[A],[T].[B]");
+        Add(state.rsGroupBy, "[T].[A]|[T].[A]|-|YES; [T].[B]|SUM([T].[B])|SUMOFB|YES");
+        Add(state.rsAlias, "SUM([T].[B])|SUMOFB|rsGroupBy; [T].[A]*2|X|rsCalcFields");
+        Add(state.rsCalcFields, "[T].[A]*2|X|YES; [T].[A]*3|Y|No");
+        Add(state.rsOrderBy, "[T].[A]|[T].[A] ASC; SUM([T].[B])|SUM([T].[B]) ASC; [T].[A]*2|[T].[A]*2 ASC");
         state.EditMode = QString::fromUtf8(mode);
     }
 
@@ -59,8 +54,7 @@ TEST(FieldOrder, ShowsTheRowsOfItsMode) {
         bool Output, Edit;
     } rows[] = {
         {"Group", "[T].[A];SUM([T].[B])", ";SUMOFB", true, false},
-        {"Order", "[T].[A] ASC;SUM([T].[B]) ASC;[T].[A]*2 ASC", "[T].[A] ASC;SUM([T].[B]) ASC;[T].[A]*2 ASC",
-         false, false},
+        {"Order", "[T].[A] ASC;SUM([T].[B]) ASC;[T].[A]*2 ASC", ";;", false, false},
         {"Calc", "[T].[A]*2;[T].[A]*3", "X;Y", true, true},
     };
     for (const auto& row : rows) {
@@ -74,6 +68,7 @@ TEST(FieldOrder, ShowsTheRowsOfItsMode) {
         EXPECT_EQ(fields.join(u';'), QString::fromUtf8(row.Fields));
         EXPECT_EQ(aliases.join(u';'), QString::fromUtf8(row.Aliases));
         EXPECT_EQ(form.OutputVisible, row.Output);
+        EXPECT_EQ(form.AliasVisible, row.Output);
         EXPECT_EQ(form.EditVisible, row.Edit);
         EXPECT_FALSE(form.DeleteEnabled || form.EditEnabled || form.UpEnabled || form.DownEnabled);
     }
@@ -89,7 +84,7 @@ TEST(FieldOrder, MovesAreEnabledByTheRowsPlace) {
         EXPECT_TRUE(form.DeleteEnabled);
     }
     run.state.rsOrderBy->DeleteAll();
-    run.Add(run.state.rsOrderBy, {QStringLiteral("a"), QStringLiteral("a ASC")});
+    run.Add(run.state.rsOrderBy, "a|a ASC");
     EXPECT_FALSE(run.On(0).UpEnabled || run.On(0).DownEnabled);
 }
 
@@ -107,13 +102,17 @@ TEST(FieldOrder, AMoveCountsOnlyAtOk) {
         << qPrintable(run.state.SelectClause);
 }
 
-TEST(FieldOrder, EqualRowsAllStayAtOk) {
+TEST(FieldOrder, OfEqualRowsEachStaysAndOneGoes) {
     OrderRun run("Order");
-    run.Add(run.state.rsOrderBy, {QStringLiteral("[T].[A]"), QStringLiteral("[T].[A] ASC")});
+    run.Add(run.state.rsOrderBy, "[T].[A]|[T].[A] ASC");
     FieldOrderForm form = run.On(0);
     MoveOrderRow(run.state, form, true);
     AcceptFieldOrder(run.state, form);
     EXPECT_EQ(run.Orders(), Texts("SUM([T].[B]) ASC;[T].[A] ASC;[T].[A]*2 ASC;[T].[A] ASC"));
+    run.prompts->Answers = {BoxAnswer::Yes};
+    form = run.On(3);
+    DeleteOrderRow(run.state, form);
+    EXPECT_EQ(run.Orders(), Texts("SUM([T].[B]) ASC;[T].[A]*2 ASC;[T].[A] ASC"));
 }
 
 TEST(FieldOrder, OutputIsWrittenAtOnceInCapitals) {
@@ -166,24 +165,12 @@ TEST(FieldOrder, ADeletedRowTakesWithItWhatHangsOnIt) {
     }
 }
 
-TEST(FieldOrder, OfEqualOrdersTheFirstIsDeleted) {
-    OrderRun run("Order");
-    run.Add(run.state.rsOrderBy, {QStringLiteral("[T].[A]"), QStringLiteral("[T].[A] ASC")});
-    run.prompts->Answers = {BoxAnswer::Yes};
-    FieldOrderForm form = run.On(3);
-    DeleteOrderRow(run.state, form);
-    EXPECT_EQ(run.Orders(), Texts("SUM([T].[B]) ASC;[T].[A]*2 ASC;[T].[A] ASC"));
-}
-
 TEST(FieldOrder, GroupsAndOrdersFollowAnEditedExpression) {
     OrderRun run("Calc");
     const auto old = QStringLiteral("[T].[A]*2"), fresh = QStringLiteral("[T].[A]*4");
-    run.Add(run.state.rsGroupBy, {old, old, {}, QStringLiteral("YES")});
-    run.Add(run.state.rsGroupBy,
-            {old, QStringLiteral("MAX([T].[A]*2)"), QStringLiteral("MAXOF"), QStringLiteral("YES")});
-    run.Add(run.state.rsAlias,
-            {QStringLiteral("MAX([T].[A]*2)"), QStringLiteral("MAXOF"), QStringLiteral("rsGroupBy")});
-    run.Add(run.state.rsOrderBy, {old, old + QStringLiteral(" DESC")});
+    run.Add(run.state.rsGroupBy, "[T].[A]*2|[T].[A]*2|-|YES; [T].[A]*2|MAX([T].[A]*2)|MAXOF|YES");
+    run.Add(run.state.rsAlias, "MAX([T].[A]*2)|MAXOF|rsGroupBy");
+    run.Add(run.state.rsOrderBy, "[T].[A]*2|[T].[A]*2 DESC");
     FieldOrderForm form = run.On(0);
     BeginCalcEdit(run.state, form);
     EXPECT_EQ(run.state.EditCalcField, old);
@@ -237,8 +224,7 @@ TEST(FieldOrder, OnlyWhatAnAggregateIsCalledWithFollowsAnEdit) {
 TEST(FieldOrder, ARowThatCannotHoldTheEditedExpressionStays) {
     OrderRun run("Calc");
     const auto old = QStringLiteral("[T].[A]*2"), fresh = QStringLiteral("1").repeated(7999);
-    run.Add(run.state.rsGroupBy, {old, QStringLiteral("MAX([T].[A]*2)"), {}, QStringLiteral("YES")});
-    run.Add(run.state.rsGroupBy, {old, old, {}, QStringLiteral("YES")});
+    run.Add(run.state.rsGroupBy, "[T].[A]*2|MAX([T].[A]*2)|-|YES; [T].[A]*2|[T].[A]*2|-|YES");
     FieldOrderForm form = run.On(0);
     run.state.CalcFieldCreated = true;
     run.state.EditCalcNew = fresh;
@@ -248,16 +234,47 @@ TEST(FieldOrder, ARowThatCannotHoldTheEditedExpressionStays) {
     EXPECT_EQ(run.Orders().mid(2), Texts("[T].[A]*2 ASC"));
 }
 
-TEST(FieldOrder, ACancelledEditKeepsTheMoves) {
-    OrderRun run("Calc");
-    FieldOrderForm form = run.On(0);
-    MoveOrderRow(run.state, form, true);
-    BeginCalcEdit(run.state, form);
-    const QString old = run.state.EditCalcField;
-    EndCalcEdit(run.state, form, old);
-    EXPECT_EQ(form.ListIndex, 1);
-    AcceptFieldOrder(run.state, form);
-    EXPECT_EQ(run.Calcs(), Texts("[T].[A]*3;[T].[A]*2"));
+TEST(FieldOrder, MovesOutlastWhatElseIsDone) {
+    const struct {
+        const char* What;
+        std::function<void(OrderRun&, FieldOrderForm&)> Act;
+        const char* After;
+    } acts[] = {
+        {"a cancelled edit",
+         [](OrderRun& run, FieldOrderForm& form) {
+             BeginCalcEdit(run.state, form);
+             EndCalcEdit(run.state, form, run.state.EditCalcField);
+             EXPECT_EQ(form.ListIndex, 2);
+         },
+         "[T].[A]*3;[T].[A]*4;[T].[A]*2"},
+        {"an edit",
+         [](OrderRun& run, FieldOrderForm& form) {
+             OrderRowClicked(run.state, form, 0);
+             BeginCalcEdit(run.state, form);
+             CalcFieldForm editor = LoadCalcField(run.state);
+             ExpressionTyped(editor, QStringLiteral("9"));
+             EXPECT_EQ(AcceptCalcField(run.state, editor), CalcOutcome::Stored);
+             EndCalcEdit(run.state, form, QStringLiteral("[T].[A]*3"));
+             EXPECT_EQ(form.Alias, QStringLiteral("Y")) << "the row is still in hand";
+         },
+         "9;[T].[A]*4;[T].[A]*2"},
+        {"a delete",
+         [](OrderRun& run, FieldOrderForm& form) {
+             OrderRowClicked(run.state, form, 1);
+             run.prompts->Answers = {BoxAnswer::Yes};
+             DeleteOrderRow(run.state, form);
+         },
+         "[T].[A]*3;[T].[A]*2"},
+    };
+    for (const auto& act : acts) {
+        OrderRun run("Calc");
+        run.Add(run.state.rsCalcFields, "[T].[A]*4|Z|YES");
+        FieldOrderForm form = run.On(0);
+        for (int step = 0; step < 2; ++step) MoveOrderRow(run.state, form, true);
+        act.Act(run, form);
+        AcceptFieldOrder(run.state, form);
+        EXPECT_EQ(run.Calcs(), Texts(act.After)) << act.What;
+    }
 }
 
 TEST(FieldOrder, DeletingABlankExpressionTakesNoOrderAlong) {

@@ -1,12 +1,13 @@
-#include "flow/FieldTab.h"
-#include "support/WizardRun.h"
+#include "BuildRun.h"
+#include "flow/CalcFields.h"
 
-#include <gtest/gtest.h>
+#include <functional>
 
 namespace zephrin {
 
 namespace {
 
+using test::BuildRun;
 using test::WizardRun;
 
 const QString customers = QStringLiteral("[Customers]");
@@ -128,6 +129,77 @@ TEST(FieldTab, RowsOfTablesThatWentAreDropped) {
     EXPECT_EQ(FirstColumn(run.state.rsOrderBy), QStringList({QStringLiteral("x[Customers].[Id]x")}));
     EXPECT_EQ(FirstColumn(run.state.rsCalcFields),
               QStringList({QStringLiteral("[Orders].[Total]*[Customers].[Id]")}));
+}
+
+// The query is entered as a user does: what went took its aliases along, what stayed says what it said.
+TEST(FieldTab, AChangeOfTablesKeepsWhatIsNotConcerned) {
+    BuildRun run;
+    const auto group = [&run](const char* field, const char* listed) {
+        ChooseQueryMode(run.state, 1);
+        run.PickField(QString::fromLatin1(field));
+        run.PickOperator(QString::fromLatin1(listed));
+        run.prompts->Answers = {BoxAnswer::Yes};
+        CommitEntry(run.state);
+    };
+    const auto calculate = [&run](const char* expression, const char* alias) {
+        CalcFieldForm form = LoadCalcField(run.state);
+        form.Criteria = QString::fromLatin1(expression);
+        form.Alias = QString::fromLatin1(alias);
+        EXPECT_EQ(AcceptCalcField(run.state, form), CalcOutcome::Stored);
+        EndCalcField(run.state);
+    };
+    calculate("[Orders].Total*2", "Twice");
+    group("Twice", "MAX");
+    group("[CustomerId]", "GROUP BY");
+    ChooseQueryMode(run.state, 0);
+    run.Enter(QStringLiteral("MAXOFwice"), QStringLiteral(">"), QStringLiteral("1"));
+    ChooseQueryMode(run.state, 2);
+    run.PickField(QStringLiteral("MAXOFwice"));
+    run.PickOperator(QStringLiteral("DESC"));
+    CommitEntry(run.state);
+    const QString before = run.Sql();
+    EXPECT_TRUE(before.contains(QStringLiteral("HAVING (MAX([Orders].Total*2) > 1) | ORDER BY")))
+        << qPrintable(before);
+    const auto visitTables = [&run](const std::function<void()>& act) {
+        SelectTab(run.state, WizardTab::Tables);
+        act();
+        run.Form().TablesChanged = true;
+        SelectTab(run.state, WizardTab::Fields);
+        SelectTab(run.state, WizardTab::Build);
+    };
+    visitTables([] {});
+    EXPECT_EQ(run.Sql(), before);
+    visitTables([&run] {
+        MoveAllTablesLeft(run.state);
+        run.ChooseTable(customers);
+    });
+    EXPECT_EQ(run.Sql(), QStringLiteral("SELECT  | FROM [Customers] | "));
+    EXPECT_FALSE(HasRows(run.state.rsAlias)) << "a name of the table that went would stand in HAVING";
+}
+
+TEST(FieldTab, ConditionsOutlastALookUpThatFails) {
+    WizardRun run;
+    run.Load();
+    for (const QString& table : {orders, customers}) run.ChooseTable(table);
+    run.database.Run(QStringLiteral("ALTER TABLE Customers RENAME TO Away"));
+    const auto chooseOrders = [&run] {
+        MoveAllTablesLeft(run.state);
+        run.ChooseTable(orders);
+        SelectTab(run.state, WizardTab::Build);
+    };
+    chooseOrders();
+    WizardRun::Pick(run.Form().lstSelectedFields.Items, QStringLiteral("[Total]"));
+    WizardRun::Pick(run.Form().lstOperands.Items, QStringLiteral(">"));
+    ValueTyped(run.state, 0, QStringLiteral("100"));
+    CommitEntry(run.state);
+    const QString where = run.state.WhereClause;
+    SelectTab(run.state, WizardTab::Tables);
+    run.ChooseTable(customers);
+    SelectTab(run.state, WizardTab::Joins);
+    ASSERT_EQ(run.prompts->Boxes.size(), 1) << "Customers is away";
+    chooseOrders();
+    EXPECT_EQ(run.state.WhereClause, where);
+    EXPECT_EQ(where, QStringLiteral("WHERE ([Orders].[Total] > 100)"));
 }
 
 TEST(FieldTab, ATableThatIsGoneLeadsBackWithNothingChosen) {

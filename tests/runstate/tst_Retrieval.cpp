@@ -103,14 +103,18 @@ TEST(FieldType, IsThatOfTheColumn) {
 TEST(FieldValues, AreDistinctAscendingAndKeepNull) {
     Shop run;
     clsFieldValues values(run.state);
-    const QList<QVariant> cities =
-        values.colFieldValues(QStringLiteral("[Customers]"), QStringLiteral("[City]"));
-    ASSERT_EQ(cities.size(), 3);
-    EXPECT_FALSE(cities[0].isValid());
-    EXPECT_EQ(cities[1].toString() + cities[2].toString(), QStringLiteral("AnkaraOslo"));
-    EXPECT_TRUE(values.colFieldValues(QStringLiteral("[Nope]"), QStringLiteral("[City]")).isEmpty());
-    run.state.SharedConnection().Close();
-    EXPECT_TRUE(values.colFieldValues(QStringLiteral("[Customers]"), QStringLiteral("[City]")).isEmpty());
+    const auto texts = [](const ado::RecordsetPtr& rows) {
+        QStringList all;
+        for (qint64 row = 0; row < rows->RecordCount(); ++row)
+            all << (rows->IsNullAt(row, 0) ? QStringLiteral("Null") : rows->TextAt(row, 0));
+        return all.join(u',');
+    };
+    EXPECT_EQ(texts(values.colFieldValues(QStringLiteral("[Customers]"), QStringLiteral("[City]"))),
+              QStringLiteral("Null,Ankara,Oslo"));
+    EXPECT_EQ(texts(values.colExpressionValues(QStringLiteral("[Id]*0+2"),
+                                               QStringLiteral("FROM [Orders] WHERE [Id] > 10"))),
+              QStringLiteral("2"));
+    EXPECT_THROW(values.colFieldValues(QStringLiteral("[Nope]"), QStringLiteral("[City]")), ado::Error);
 }
 
 }  // namespace zephrin

@@ -18,6 +18,10 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 
 namespace zephrin::test {
 
+inline QStringList Split(const char* texts, QLatin1String separator) {
+    return QString::fromLatin1(texts).split(separator, Qt::SkipEmptyParts);
+}
+
 /// A state with open working recordsets, whose rows a test writes by hand.
 struct SqlState {
     std::shared_ptr<ScriptedPrompts> prompts = std::make_shared<ScriptedPrompts>();
@@ -41,12 +45,23 @@ struct SqlState {
             if (!texts[i].isNull()) rows->SetValue(i, texts[i]);
         rows->Update();
     }
+    /// Adds rows written as "a|b; c|d"; a cell "-" stays unwritten.
+    static void Add(const ado::RecordsetPtr& rows, const char* texts) {
+        for (const QString& row : Split(texts, QLatin1String("; "))) {
+            QStringList cells = row.split(u'|');
+            for (QString& cell : cells)
+                if (cell == QLatin1String("-")) cell = QString();
+            Add(rows, cells);
+        }
+    }
 
-    /// Chooses tables and fields as the first tabs leave them. Fields behind a "-" stay on the left.
-    void Choose(const QStringList& tables, const QStringList& fields) {
-        state.colTables = Collection(tables);
-        Form().lstZPQTableTo.Items.AddItems(tables);
-        for (QString field : fields) {
+    /// Chooses tables and fields as the first tabs leave them, separated by commas. Fields behind a "-" stay
+    /// on the left.
+    void Choose(const char* tables, const char* fields) {
+        const QStringList chosen = Split(tables, QLatin1String(","));
+        state.colTables = Collection(chosen);
+        Form().lstZPQTableTo.Items.AddItems(chosen);
+        for (QString field : Split(fields, QLatin1String(","))) {
             const bool left = field.startsWith(u'-');
             if (left) field.remove(0, 1);
             state.colFields.Add(field);
@@ -56,14 +71,16 @@ struct SqlState {
         SyncCriteriaColumns(state);
     }
 
-    /// Adds a row to the criteria sheet: texts such as "[T].[A]: = 1", by the name of the column.
-    void AddCriteria(const QStringList& cells) {
-        state.rsWhere->AddNew();
-        for (const QString& cell : cells) {
-            const qsizetype colon = cell.indexOf(u':');
-            state.rsWhere->SetValue(cell.left(colon), cell.mid(colon + 2));
+    /// Adds rows to the criteria sheet, with cells by the name of their column: "A: = 1|B: > 2; A: = 3". A
+    /// row "." has no cell.
+    void AddCriteria(const char* rows) {
+        for (const QString& row : Split(rows, QLatin1String("; "))) {
+            state.rsWhere->AddNew();
+            for (const QString& cell : row.split(u'|'))
+                if (const qsizetype colon = cell.indexOf(u':'); colon > 0)
+                    state.rsWhere->SetValue(cell.left(colon), cell.mid(colon + 2));
+            state.rsWhere->Update();
         }
-        state.rsWhere->Update();
     }
 };
 

@@ -15,10 +15,8 @@ using test::SqlState;
 struct GroupRun : SqlState {
     GroupRun() {
         Form().optQuery.Selected = 1;
-        Choose({QStringLiteral("[T]")},
-               {QStringLiteral("[T].[Price]"), QStringLiteral("[T].[Unit Price each]"),
-                QStringLiteral("[T].[a.b]")});
-        Add(state.rsCalcFields, {QStringLiteral("[T].[Price]*2"), QStringLiteral("Profit")});
+        Choose("[T]", "[T].[Price],[T].[Unit Price each],[T].[a.b]");
+        Add(state.rsCalcFields, "[T].[Price]*2|Profit");
         RefreshSelectedFieldList(state);
     }
     void Add(int field, const char* operatorText, BoxAnswer answer = BoxAnswer::Yes) {
@@ -92,13 +90,30 @@ TEST(GroupRow, AsksWithTheRowStandingAlready) {
               QStringLiteral("Do you want to include GROUP BY([Price]) as an Output Field ?"));
 }
 
-TEST(GroupRow, AnAliasThatStandsStopsAnotherTablesField) {
-    GroupRun run;
-    run.Add(run.state.rsGroupBy, {QStringLiteral("[U].[Price]"), QStringLiteral("SUM([U].[Price])"),
-                                  QStringLiteral("SUMOFPrice"), QStringLiteral("YES")});
-    run.Add(0, "SUM");
-    EXPECT_EQ(run.state.rsGroupBy->RecordCount(), 1);
-    EXPECT_TRUE(run.prompts->Boxes.isEmpty());
+TEST(GroupRow, AnAliasThatStandsStopsAnotherFieldOfThatName) {
+    const struct {
+        const char* Operator;
+        const char* Group;
+        const char* Calculated;
+    } rows[] = {{"SUM", "SUMOFPrice", ""},
+                {"SUM", "sumofprice", ""},
+                {"SUM DISTINCT", "SumDistinctOfPrice", ""},
+                {"MAX", "", "[MAXOFPRICE]"},
+                {"MIN", "", "MINOFPrice "}};
+    for (const auto& row : rows) {
+        GroupRun run;
+        if (*row.Group)
+            run.Add(run.state.rsGroupBy, {QStringLiteral("[U].[Price]"), QStringLiteral("SUM([U].[Price])"),
+                                          QString::fromLatin1(row.Group), QStringLiteral("YES")});
+        if (*row.Calculated)
+            run.Add(run.state.rsCalcFields, {QStringLiteral("1"), QString::fromLatin1(row.Calculated)});
+        const qint64 before = run.state.rsGroupBy->RecordCount();
+        run.Add(0, row.Operator);
+        EXPECT_EQ(run.state.rsGroupBy->RecordCount(), before) << row.Operator;
+        ASSERT_EQ(run.prompts->Boxes.size(), 1) << row.Operator;
+        EXPECT_EQ(run.prompts->Boxes[0].Text,
+                  QStringLiteral("Alias already exists.\r\nAll Alias must be unique."));
+    }
 }
 
 TEST(GroupRow, AShowingThatEndsInTheQuestionWritesNothing) {

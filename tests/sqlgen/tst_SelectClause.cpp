@@ -1,203 +1,81 @@
 #include "SqlState.h"
 #include "sqlgen/SelectClause.h"
 
-#include <functional>
-
 namespace zephrin {
 
 namespace {
 
 using test::SqlState;
 
-const QStringList table{QStringLiteral("[T]")};
-const QStringList all{QStringLiteral("[T].[A]"), QStringLiteral("[T].[B]")};
-const QStringList two{QStringLiteral("[T].[A]"), QStringLiteral("[T].[B]"), QStringLiteral("-[T].[C]"),
-                      QStringLiteral("-[T].[D]"), QStringLiteral("-[T].[E]")};
-const QStringList none{QStringLiteral("-[T].[A]"), QStringLiteral("-[T].[B]")};
-
 struct SelectCase {
     const char* Name;
-    std::function<void(SqlState&)> Arrange;
+    const char* Fields;   ///< of [T]; none means no table
+    const char* Options;  ///< distinct, fixed (the fields), FIXED (the tables too), top=..., percent=0/1/2
+    const char* Groups;   ///< FieldName|GroupBy|FieldAlias|Output
+    const char* Calcs;    ///< CalcField|Alias|Output
     const char* Expected;
 };
 
-void Top(SqlState& sql, const char* text, bool percent = false) {
-    sql.Form().txtTopX.Text = QString::fromLatin1(text);
-    sql.Form().chkPercent.Value = percent ? 1 : 0;
-    RebuildTopClause(sql.state);
-}
-
-void Calc(SqlState& sql, const char* expression, const char* alias, const char* output = "YES") {
-    SqlState::Add(sql.state.rsCalcFields,
-                  {QString::fromLatin1(expression), QString::fromLatin1(alias), QString::fromLatin1(output)});
-}
-
-void Group(SqlState& sql, const char* field, const char* expression, const char* alias,
-           const char* output = "YES") {
-    SqlState::Add(sql.state.rsGroupBy, {QString::fromLatin1(field), QString::fromLatin1(expression),
-                                        QString::fromLatin1(alias), QString::fromLatin1(output)});
-}
+constexpr char all[] = "[T].[A],[T].[B]";
+constexpr char two[] = "[T].[A],[T].[B],-[T].[C],-[T].[D],-[T].[E]";
+constexpr char none[] = "-[T].[A],-[T].[B]";
 
 const SelectCase cases[] = {
-    {"no table", [](SqlState&) {}, ""},
-    {"no table, tables fixed, fields fixed",
-     [](SqlState& s) { s.state.Options.gAllowTableSelection = s.state.Options.gAllowFieldSelection = false; },
-     "SELECT *"},
-    {"all fields", [](SqlState& s) { s.Choose(table, all); }, "SELECT *"},
-    {"all fields, distinct, top",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         s.Form().chkDistinct.Value = 1;
-         Top(s, "10");
-     },
-     "SELECT DISTINCT TOP 10 *"},
-    {"all fields, distinct, percent",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         s.Form().chkDistinct.Value = 1;
-         Top(s, "10", true);
-     },
-     "SELECT DISTINCT TOP 10 PERCENT *"},
-    {"percent above 100",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         Top(s, "150", true);
-     },
-     "SELECT TOP 150 *"},
-    {"a grey percent box is no tick",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         s.Form().txtTopX.Text = QStringLiteral("5");
-         s.Form().chkPercent.Value = 2;
-         RebuildTopClause(s.state);
-     },
-     "SELECT TOP 5 *"},
-    {"two of five", [](SqlState& s) { s.Choose(table, two); }, "SELECT [T].[A], [T].[B]"},
-    {"two of five, top",
-     [](SqlState& s) {
-         s.Choose(table, two);
-         Top(s, "5");
-     },
-     "SELECT TOP 5 [T].[A], [T].[B]"},
-    {"two of five, distinct, top as typed",
-     [](SqlState& s) {
-         s.Choose(table, two);
-         s.Form().chkDistinct.Value = 1;
-         Top(s, "1e3");
-     },
+    {"no table", "", "", "", "", ""},
+    {"tables and fields fixed", "", "FIXED", "", "", "SELECT *"},
+    {"all fields", all, "", "", "", "SELECT *"},
+    {"all, distinct, top", all, "distinct top=10", "", "", "SELECT DISTINCT TOP 10 *"},
+    {"all, distinct, percent", all, "distinct percent=1 top=10", "", "", "SELECT DISTINCT TOP 10 PERCENT *"},
+    {"percent above 100", all, "percent=1 top=150", "", "", "SELECT TOP 150 *"},
+    {"a grey percent box is no tick", all, "percent=2 top=5", "", "", "SELECT TOP 5 *"},
+    {"two of five", two, "", "", "", "SELECT [T].[A], [T].[B]"},
+    {"two, top", two, "top=5", "", "", "SELECT TOP 5 [T].[A], [T].[B]"},
+    {"two, distinct, top as typed", two, "distinct top=1e3", "", "",
      "SELECT DISTINCT TOP 1e3 [T].[A], [T].[B]"},
-    {"fields fixed, none chosen, distinct",
-     [](SqlState& s) {
-         s.Choose(table, none);
-         s.state.Options.gAllowFieldSelection = false;
-         s.Form().chkDistinct.Value = 1;
-     },
-     "SELECT DISTINCT *"},
-    {"fields fixed, but a part chosen",
-     [](SqlState& s) {
-         s.Choose(table, two);
-         s.state.Options.gAllowFieldSelection = false;
-     },
-     "SELECT [T].[A], [T].[B]"},
-    {"no field chosen", [](SqlState& s) { s.Choose(table, none); }, "SELECT "},
-    {"all fields and a calculated one",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         Calc(s, "[T].[A]*2", "X");
-     },
-     "SELECT *, [T].[A]*2 AS X"},
-    {"only a calculated field",
-     [](SqlState& s) {
-         s.Choose(table, none);
-         Calc(s, "[T].[A]*2", "X");
-         Calc(s, "[T].[B]", "Y");
-     },
-     "SELECT [T].[A]*2 AS X, [T].[B] AS Y"},
-    {"only a calculated field, distinct",
-     [](SqlState& s) {
-         s.Choose(table, none);
-         s.Form().chkDistinct.Value = 1;
-         Calc(s, "[T].[A]*2", "X");
-     },
-     "SELECT DISTINCT [T].[A]*2 AS X"},
-    {"only a calculated field, top",
-     [](SqlState& s) {
-         s.Choose(table, none);
-         Top(s, "5");
-         Calc(s, "[T].[A]*2", "X");
-     },
-     "SELECT TOP 5 , [T].[A]*2 AS X"},
-    {"calculated fields are particular about YES",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         Calc(s, "1", "X", "yes");
-         Calc(s, "2", "Y", "No");
-         Calc(s, "3", "Z");
-     },
+    {"fields fixed, none chosen, distinct", none, "fixed distinct", "", "", "SELECT DISTINCT *"},
+    {"fields fixed, but a part chosen", two, "fixed", "", "", "SELECT [T].[A], [T].[B]"},
+    {"no field chosen", none, "", "", "", "SELECT "},
+    {"all and a calculated one", all, "", "", "[T].[A]*2|X|YES", "SELECT *, [T].[A]*2 AS X"},
+    {"only calculated fields", none, "", "", "1|X|YES; 2|Y|YES", "SELECT 1 AS X, 2 AS Y"},
+    {"only a calculated one, distinct", none, "distinct", "", "1|X|YES", "SELECT DISTINCT 1 AS X"},
+    {"only a calculated one, top", none, "top=5", "", "1|X|YES", "SELECT TOP 5 , 1 AS X"},
+    {"calculated fields are particular about YES", all, "", "", "1|X|yes; 2|Y|No; 3|Z|YES",
      "SELECT *, 3 AS Z"},
-    {"groups never say distinct",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         s.Form().chkDistinct.Value = 1;
-         Group(s, "[T].[A]", "[T].[A]", "");
-         Group(s, "[T].[B]", "SUM([T].[B])", "Total");
-     },
-     "SELECT [T].[A], SUM([T].[B]) AS Total"},
-    {"groups, first not put out, top",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         Top(s, "3");
-         Group(s, "[T].[A]", "[T].[A]", "", "NO");
-         Group(s, "[T].[B]", "SUM([T].[B])", "Total");
-     },
-     "SELECT TOP 3 SUM([T].[B]) AS Total"},
-    {"groups are not particular about yes",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         Group(s, "[T].[A]", "[T].[A]", "", "yes");
-     },
-     "SELECT [T].[A]"},
-    {"groups, none put out",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         Group(s, "[T].[A]", "[T].[A]", "", "NO");
-     },
-     "SELECT "},
-    {"a group without expression looks its alias up",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         SqlState::Add(s.state.rsAlias, {QStringLiteral("[T].[A]"), QStringLiteral("First")});
-         Group(s, "[T].[A]", "", "");
-         Group(s, "[T].[B]", "", "");
-         Group(s, "", "", "");
-     },
-     "SELECT [T].[A] AS First, [T].[B] AS "},
-    {"with groups a calculated field waits for the first aggregate",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         Group(s, "[T].[A]", "[T].[A]", "");
-         Calc(s, "[T].[B]", "Before");
-         Calc(s, "sum([T].[B])", "Agg", "No");
-         Calc(s, "[T].[B]+1", "Behind");
-         Calc(s, "[T].[B]+2", "Hidden", "yes");
-     },
-     "SELECT [T].[A], [T].[B]+1 AS Behind"},
-    {"with groups the first item may be a calculated one",
-     [](SqlState& s) {
-         s.Choose(table, all);
-         Top(s, "2");
-         Group(s, "[T].[A]", "[T].[A]", "", "NO");
-         Calc(s, "MAX([T].[B])", "M");
-     },
-     "SELECT TOP 2 MAX([T].[B]) AS M"},
+    {"groups never say distinct", all, "distinct", "a|a||YES; b|SUM(b)|Total|YES", "",
+     "SELECT a, SUM(b) AS Total"},
+    {"groups, first not put out, top", all, "top=3", "a|a||NO; b|SUM(b)|Total|YES", "",
+     "SELECT TOP 3 SUM(b) AS Total"},
+    {"groups are not particular about yes", all, "", "a|a||yes", "", "SELECT a"},
+    {"groups, none put out", all, "", "a|a||NO", "", "SELECT "},
+    {"a group without expression looks its alias up", all, "", "named|||YES; b|||YES; |||YES", "",
+     "SELECT named AS First, b AS "},
+    {"with groups a calculated field waits for the first aggregate", all, "", "a|a||YES",
+     "b|Before|YES; sum(b)|Agg|No; b+1|Behind|YES; b+2|Hidden|yes", "SELECT a, b+1 AS Behind"},
+    {"with groups the first item may be a calculated one", all, "top=2", "a|a||NO", "MAX(b)|M|YES",
+     "SELECT TOP 2 MAX(b) AS M"},
 };
+
+void Arrange(SqlState& sql, const SelectCase& row) {
+    if (*row.Fields) sql.Choose("[T]", row.Fields);
+    const QString options = QString::fromLatin1(row.Options);
+    RunOptions& host = sql.state.Options;
+    host.gAllowTableSelection = !options.contains(QLatin1String("FIXED"));
+    host.gAllowFieldSelection = !options.contains(QLatin1String("fixed"), Qt::CaseInsensitive);
+    sql.Form().chkDistinct.Value = options.contains(QLatin1String("distinct")) ? 1 : 0;
+    sql.Form().chkPercent.Value = options.section(QLatin1String("percent="), 1).left(1).toInt();
+    sql.Form().txtTopX.Text = options.section(QLatin1String("top="), 1);
+    RebuildTopClause(sql.state);
+    SqlState::Add(sql.state.rsAlias, "named|First");
+    SqlState::Add(sql.state.rsGroupBy, row.Groups);
+    SqlState::Add(sql.state.rsCalcFields, row.Calcs);
+}
 
 }  // namespace
 
 TEST(SelectClause, FollowsGroupsFieldsAndOptions) {
     for (const SelectCase& row : cases) {
         SqlState sql;
-        row.Arrange(sql);
+        Arrange(sql, row);
         BuildSelectClause(sql.state);
         EXPECT_EQ(sql.state.SelectClause, QString::fromLatin1(row.Expected)) << row.Name;
     }
@@ -229,7 +107,9 @@ TEST(SelectClause, TopTakesWhatIsANumberAndBlanksTheRest) {
     };
     for (const auto& row : rows) {
         SqlState sql;
-        Top(sql, row.Typed, row.Percent);
+        sql.Form().txtTopX.Text = QString::fromLatin1(row.Typed);
+        sql.Form().chkPercent.Value = row.Percent;
+        RebuildTopClause(sql.state);
         EXPECT_EQ(sql.Form().TopClause, QString::fromLatin1(row.Clause)) << row.Typed;
         EXPECT_EQ(sql.Form().txtTopX.Text, QString::fromLatin1(row.Shown)) << row.Typed;
     }
@@ -246,11 +126,9 @@ TEST(SelectClause, TellsAggregates) {
 
 TEST(SelectClause, ListsStandForFieldsGroupsAndCalculatedFields) {
     SqlState sql;
-    sql.Choose(table, {QStringLiteral("[T].[A]"), QStringLiteral("-[T.x].[B]"), QStringLiteral("bare")});
-    Group(sql, "[T].[A]", "[T].[A]", "");
-    Group(sql, "[T].[A]", "SUM([T].[A])", "SUMOFA");
-    Calc(sql, "[T].[A]*2", "Double");
-    Calc(sql, "max([T].[A])", "Most");
+    sql.Choose("[T]", "[T].[A],-[T.x].[B],bare");
+    SqlState::Add(sql.state.rsGroupBy, "[T].[A]|[T].[A]||YES; [T].[A]|SUM([T].[A])|SUMOFA|YES");
+    SqlState::Add(sql.state.rsCalcFields, "[T].[A]*2|Double|YES; max([T].[A])|Most|YES");
     const auto rows = [&] {
         QStringList texts;
         for (int i = 0; i < sql.Form().lstSelectedFields.Items.ListCount(); ++i) {

@@ -100,14 +100,13 @@ TEST(Statement, CapitalsKeepTheirPlaces) {
 
 TEST(Statement, HavingNeedsGroupsAndNotCriteria) {
     SqlState sql;
-    sql.Choose({QStringLiteral("[T]")}, {QStringLiteral("[T].[A]")});
-    sql.AddCriteria({QStringLiteral("[T].[A]: = 1")});
+    sql.Choose("[T]", "[T].[A]");
+    sql.AddCriteria("[T].[A]: = 1");
     sql.state.HavingClause = sql.state.GroupByClause = sql.state.OrderByClause = QStringLiteral("stale");
     RegenerateStatement(sql.state);
     EXPECT_EQ(sql.Form().txtSQL.Text, QStringLiteral("SELECT *\r\nFROM [T]\r\nWHERE ([T].[A] = 1)\r\n"));
-    SqlState::Add(sql.state.rsGroupBy,
-                  {QStringLiteral("[T].[A]"), QStringLiteral("[T].[A]"), QString(), QStringLiteral("YES")});
-    SqlState::Add(sql.state.rsOrderBy, {QStringLiteral("[T].[A]"), QStringLiteral("[T].[A] DESC")});
+    SqlState::Add(sql.state.rsGroupBy, "[T].[A]|[T].[A]|-|YES");
+    SqlState::Add(sql.state.rsOrderBy, "[T].[A]|[T].[A] DESC");
     RegenerateStatement(sql.state);
     EXPECT_EQ(sql.Form().txtSQL.Text,
               QStringLiteral("SELECT [T].[A]\r\nFROM [T]\r\nGROUP BY [T].[A]\r\nHAVING ([T].[A] = 1)\r\n"

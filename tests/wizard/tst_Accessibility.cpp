@@ -172,7 +172,7 @@ TEST_F(Accessibility, TheTabKeyGoesThroughAWindowAsItIsRead) {
         {"frmFieldOrder for Group",
          "lstFields lstAlias txtAlias cmdUpDown_0 cmdUpDown_1 chkOutput cmdDelete cmdOK "
          "cmdCancel"},
-        {"frmFieldOrder for Order", "lstFields txtAlias cmdUpDown_0 cmdUpDown_1 cmdDelete cmdOK cmdCancel"},
+        {"frmFieldOrder for Order", "lstFields cmdUpDown_0 cmdUpDown_1 cmdDelete cmdOK cmdCancel"},
         {"frmFieldOrder for Calc",
          "lstFields lstAlias txtAlias cmdUpDown_0 cmdUpDown_1 chkOutput cmdEdit cmdDelete "
          "cmdOK cmdCancel"},

@@ -25,6 +25,7 @@ class BuildTabPage : public test::FormTest {
  protected:
     void Start() {
         Connect();
+        state->Options.gAllowCreateView = true;
         Show();
         ChooseOneTable(QStringLiteral("[Customers]"), {QStringLiteral("[Customers].[Customer Name]")});
     }
@@ -89,16 +90,21 @@ TEST_F(BuildTabPage, ALongValueDoesNotWidenTheForm) {
     EXPECT_TRUE(Enabled("cmdCommit"));
 }
 
-TEST_F(BuildTabPage, BetweenWaitsForBothValues) {
+TEST_F(BuildTabPage, WhatDoesNotFitStaysInItsBoxAndIsTold) {
     Start();
-    Pick("lstSelectedFields", QStringLiteral("[CustomerID]"));
+    const QString before = Statement();
+    Pick("lstSelectedFields", city);
     Pick("lstOperands", QStringLiteral("between"));
-    Type("cmbAvailableValues1", QStringLiteral("1"));
-    EXPECT_FALSE(Enabled("cmdCommit"));
-    Type("cmbAvailableValues2", QStringLiteral("5"));
-    EXPECT_TRUE(Enabled("cmdCommit"));
+    Find<QComboBox>("cmbAvailableValues1")->setEditText(QString(600, u'x'));
+    EXPECT_FALSE(Enabled("cmdCommit")) << "until there are both";
+    Type("cmbAvailableValues2", QStringLiteral("y"));
     Click("cmdCommit");
-    EXPECT_TRUE(Statement().contains(QStringLiteral("BETWEEN 1 AND 5"))) << qPrintable(Statement());
+    EXPECT_EQ(Find<QLabel>("stbZPB_1")->text(),
+              QStringLiteral("Not added: the conditions on a field can have 550 characters in all .."));
+    EXPECT_EQ(Find<QComboBox>("cmbAvailableValues1")->currentText().size(), 600);
+    EXPECT_FALSE(Enabled("optAndOr_1"));
+    EXPECT_TRUE(Enabled("cmdCommit"));
+    EXPECT_EQ(Statement(), before);
 }
 
 TEST_F(BuildTabPage, OffersTheValuesOfAField) {
@@ -125,16 +131,65 @@ TEST_F(BuildTabPage, ShowsTheCriteriaAsAGrid) {
     EXPECT_TRUE(Find<QLabel>("lblSQLLabel_0")->text().startsWith(QStringLiteral("Where / Having criteria")));
     TypeCell(0, Column(u"[Customers].[CustomerID]"), QStringLiteral("5"));
     EXPECT_EQ(Grid()->DataSource()->TextAt(0, Column(u"[Customers].[CustomerID]")), QStringLiteral("= 5"));
-    Click("cmdSplit");
-    EXPECT_EQ(Grid()->SplitCount(), 2);
-    EXPECT_TRUE(Enabled("cmdDeleteSplit"));
-    Click("cmdDeleteSplit");
-    EXPECT_FALSE(Enabled("cmdDeleteSplit"));
+    EXPECT_FALSE(Enabled("cmdCreateView")) << "a view would lack what stands in an open cell";
     Click("cmdSQLView");
     EXPECT_FALSE(Grid()->isVisible());
-    EXPECT_TRUE(Enabled("cmdRunQuery"));
+    EXPECT_TRUE(Enabled("cmdRunQuery") && Enabled("cmdCreateView"));
     EXPECT_TRUE(Statement().contains(QStringLiteral("[Customers].[CustomerID] = 5")))
         << qPrintable(Statement());
+}
+
+TEST_F(BuildTabPage, SplitsTakeTheRoomThatIsThere) {
+    Start();
+    Click("cmdEditWhere");
+    QCoreApplication::processEvents();
+    const QSize size = form->size(), least = form->minimumSizeHint();
+    int splits = 1;
+    for (int press = 0; press < 40; ++press) Click("cmdSplit");
+    QCoreApplication::processEvents();
+    splits = Grid()->SplitCount();
+    EXPECT_GT(splits, 2);
+    EXPECT_LT(splits, 41);
+    EXPECT_EQ(Find<QLabel>("stbZPB_1")->text(), QStringLiteral("There is no room for another split .."));
+    EXPECT_EQ(form->size(), size);
+    EXPECT_EQ(form->minimumSizeHint(), least);
+    for (; splits > 1; --splits) Click("cmdDeleteSplit");
+    EXPECT_FALSE(Enabled("cmdDeleteSplit"));
+    EXPECT_EQ(form->size(), size);
+}
+
+TEST_F(BuildTabPage, EnterInTheKeypadIsOk) {
+    struct Row {
+        const char* Focus;
+        Qt::KeyboardModifiers Modifiers;
+        QString Cell;
+    };
+    const Row rows[] = {{"txtCriteria", Qt::NoModifier, QStringLiteral("> 1")},
+                        {"txtCriteria", Qt::KeypadModifier, QStringLiteral("> 1")},
+                        {"cmd5", Qt::NoModifier, QStringLiteral("> 1")},
+                        {"txtCriteria", Qt::ShiftModifier, QStringLiteral("> 1\r\n")}};
+    Start();
+    Click("cmdEditWhere");
+    const int column = Column(u"[Customers].[CustomerID]");
+    for (const Row& row : rows) {
+        Grid()->SetCurrentCell(0, column);
+        QTimer::singleShot(0, form.get(), [&row] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            ASSERT_TRUE(dialog);
+            auto* text = dialog->findChild<controls::ColouredText*>(QStringLiteral("txtCriteria"));
+            text->SetText(QStringLiteral("> 1"));
+            text->moveCursor(QTextCursor::End);
+            auto* focus = dialog->findChild<QWidget*>(QString::fromLatin1(row.Focus));
+            focus->setFocus();
+            QTest::keyClick(focus, Qt::Key_Return, row.Modifiers);
+            const bool stays = row.Modifiers == Qt::ShiftModifier;
+            EXPECT_EQ(dialog->isVisible(), stays) << row.Focus;
+            if (dialog->isVisible()) QTest::keyClick(text, Qt::Key_Enter);
+        });
+        QTest::keyClick(Grid()->Pane(0), Qt::Key_F4);
+        EXPECT_EQ(Grid()->DataSource()->TextAt(0, column), row.Cell) << row.Focus;
+        Grid()->DataSource()->DeleteAll();
+    }
 }
 
 TEST_F(BuildTabPage, AnOpenEditorIsTakenOverBeforeTheStatementShows) {

@@ -1,15 +1,19 @@
+#include "platform/controls/ColouredText.h"
 #include "support/ScriptedPrompts.h"
 #include "wizard/FormTest.h"
 #include "wizard/ListBox.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 
 #include <functional>
 
@@ -100,13 +104,44 @@ TEST_F(CalcDialogs, AnExpressionIsTakenAsItWasTyped) {
         box->insertPlainText(blank);
         QTest::keyClick(box, Qt::Key_Return);
         QTest::keyClicks(box, QStringLiteral("*2"));
+        // The list's text goes to the caret, also behind a line break.
+        box->moveCursor(QTextCursor::Left);
+        DoubleClickRow(dialog, "lstOperators", 1);
         Press(dialog, "cmdOK");
         EXPECT_FALSE(dialog.isVisible());
         if (dialog.isVisible()) dialog.reject();
     });
     ASSERT_EQ(state->rsCalcFields->RecordCount(), 1);
-    EXPECT_EQ(state->rsCalcFields->TextAt(0, 0), blank + QStringLiteral("\n*2"))
+    EXPECT_EQ(state->rsCalcFields->TextAt(0, 0), blank + QStringLiteral("\r\n* +2"))
         << "a blank that does not break is part of a name";
+    EXPECT_EQ(Statement(), State().txtSQL.Text);
+    const auto* box = Find<controls::ColouredText>("txtSQL");
+    EXPECT_EQ(box->ColourAt(static_cast<int>(Statement().indexOf(QStringLiteral("FROM")))), 0xff0000ffU)
+        << "what comes behind a line break keeps its colour";
+}
+
+// The tip of any row is what it stands for, not only that of the one that is selected.
+TEST_F(CalcDialogs, RowsTellWhatTheyStandFor) {
+    const auto check = [](const ListBox* list, int row, const char* meaning) {
+        const QModelIndex item = list->model()->index(row, 0);
+        const QPoint at = list->visualRect(item).center();
+        QHelpEvent help(QEvent::ToolTip, at, list->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(list->viewport(), &help);
+        EXPECT_EQ(QToolTip::text(), QString::fromLatin1(meaning));
+        QToolTip::hideText();
+        QAccessibleInterface* cell =
+            QAccessible::queryAccessibleInterface(const_cast<ListBox*>(list))->child(row);
+        ASSERT_TRUE(cell);
+        EXPECT_EQ(cell->text(QAccessible::Name), item.data().toString());
+        EXPECT_EQ(cell->text(QAccessible::Description), QString::fromLatin1(meaning));
+    };
+    Create(QStringLiteral("1+1"), QStringLiteral("Two"));
+    const auto* fields = Find<ListBox>("lstSelectedFields");
+    check(fields, 1, "[Products].[Product Name]");
+    Open("cmdCalcField", [&](QDialog& dialog) {
+        check(dialog.findChild<ListBox*>(QStringLiteral("lstCalcFields")), 0, "1+1");
+        dialog.reject();
+    });
 }
 
 TEST_F(CalcDialogs, ToolTipsShowExpressionsAsTheyStand) {
@@ -150,21 +185,21 @@ TEST_F(CalcDialogs, EscapeIsCancelAndATakenAliasKeepsTheDialog) {
 TEST_F(CalcDialogs, OrderEditAndDeleteReachTheStatement) {
     Create(QStringLiteral("1"), QStringLiteral("A"));
     Create(QStringLiteral("2"), QStringLiteral("B"));
-    const auto pickFirst = [](QDialog& dialog) {
+    const auto pick = [](QDialog& dialog, int row) {
         auto* list = dialog.findChild<ListBox*>(QStringLiteral("lstFields"));
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                          list->visualRect(list->model()->index(0, 0)).center());
+                          list->visualRect(list->model()->index(row, 0)).center());
     };
     Open("cmdEditCalcField", [&](QDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Edit Calculated Fields"));
-        pickFirst(dialog);
+        pick(dialog, 0);
         Press(dialog, "cmdUpDown_1");
         Press(dialog, "cmdOK");
     });
     EXPECT_TRUE(Statement().startsWith(QStringLiteral("SELECT 2 AS B, 1 AS A"))) << qPrintable(Statement());
 
     Open("cmdEditCalcField", [&](QDialog& dialog) {
-        pickFirst(dialog);
+        pick(dialog, 0);
         QTimer::singleShot(0, &dialog, [] {
             auto* editor = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             ASSERT_TRUE(editor);
@@ -175,14 +210,14 @@ TEST_F(CalcDialogs, OrderEditAndDeleteReachTheStatement) {
             Press(*editor, "cmdOK");
         });
         Press(dialog, "cmdEdit");
-        pickFirst(dialog);
+        pick(dialog, 1);
         Press(dialog, "chkOutput");
         Press(dialog, "cmdCancel");
     });
     EXPECT_TRUE(Statement().startsWith(QStringLiteral("SELECT 23 AS B\r\n"))) << qPrintable(Statement());
 
     Open("cmdEditCalcField", [&](QDialog& dialog) {
-        pickFirst(dialog);
+        pick(dialog, 0);
         prompts->Answers = {BoxAnswer::Yes};
         Press(dialog, "cmdDelete");
         Press(dialog, "cmdCancel");

@@ -1,5 +1,7 @@
 #include "platform/controls/ColouredText.h"
 
+#include "platform/controls/DocumentText.h"
+
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -54,9 +56,7 @@ ColouredText::ColouredText(QWidget* parent) : QTextEdit(parent) {
 }
 
 QString ColouredText::Text() const {
-    QString text = document()->toRawText();
-    text.replace(QChar::ParagraphSeparator, QLatin1StringView("\r\n"));
-    return text;
+    return DocumentText(*document());
 }
 
 void ColouredText::SetBold(bool bold) {

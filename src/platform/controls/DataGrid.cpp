@@ -60,8 +60,10 @@ int DataGrid::SplitCount() const {
     return static_cast<int>(d->panes.size());
 }
 
-void DataGrid::AddSplit() {
-    d->AddPane();
+bool DataGrid::AddSplit() {
+    const bool room = d->HasRoomForPane();
+    if (room) d->AddPane();
+    return room;
 }
 
 void DataGrid::RemoveSplit() {
@@ -118,6 +120,10 @@ QTableView* DataGrid::Pane(int index) const {
 
 QList<QAction*> DataGrid::CellActions() {
     return d->actions.Now();
+}
+
+QSize DataGrid::minimumSizeHint() const {
+    return d->panes.front()->minimumSizeHint();
 }
 
 void DataGrid::SetEmptyText(const QString& text) {

@@ -55,7 +55,9 @@ class DataGrid : public QWidget {
     void MarkColumn(int column);
 
     int SplitCount() const;
-    void AddSplit();
+    /// Adds a pane in the room of the others. False, with nothing added, where a further one would be too narrow:
+    /// the grid never asks for more room because of its panes.
+    bool AddSplit();
     /// Removes the last pane; does nothing when there is only one.
     void RemoveSplit();
 
@@ -88,6 +90,8 @@ class DataGrid : public QWidget {
 
     /// What stands in the middle while there is no recordset or no row.
     void SetEmptyText(const QString& text);
+
+    QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
     void HeadClick(int column);

@@ -70,6 +70,12 @@ void DataGridPrivate::AddPane() {
     ArrangePanes();
 }
 
+bool DataGridPrivate::HasRoomForPane() const {
+    const int count = static_cast<int>(panes.size()) + 1;
+    const int handles = splitter->handleWidth() * (count - 1);
+    return splitter->width() - handles >= count * panes.front()->minimumSizeHint().width();
+}
+
 void DataGridPrivate::RemovePane() {
     if (panes.size() < 2) return;
     if (panes.back()->OpenEditor() && !CommitEdit()) CancelEdit();

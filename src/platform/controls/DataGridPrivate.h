@@ -29,6 +29,7 @@ class DataGridPrivate : public QObject, public PaneOwner {
 
     void SetDataSource(const ado::RecordsetPtr& source);
     void AddPane();
+    bool HasRoomForPane() const;
     void RemovePane();
     void SetColumnWidth(int column, int width);
     void SetButton(int column, bool show);

@@ -112,6 +112,8 @@ void Conversation::ThrowFailure(RecordReader content) const {
     switch (failure->Kind) {
         case FailureKind::Wider:
             throw SheetIsWider();
+        case FailureKind::NoTable:
+            throw NoSuchTable();
         case FailureKind::LinkedTable:
             throw FileError(
                 QStringLiteral(

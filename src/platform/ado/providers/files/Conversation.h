@@ -12,8 +12,11 @@ namespace zephrin::ado::files {
 /// any longer.
 using Patience = std::function<void()>;
 
-/// Thrown where a sheet is wider than it says of itself: it has to be asked for again, measured.
+/// Thrown where a sheet is wider than it says of itself: it has to be asked for again, and measured.
 struct SheetIsWider {};
+
+/// Thrown where a file has no table of the name that was asked for.
+struct NoSuchTable {};
 
 /// A request to the reader and its answer, record by record. Whatever goes wrong is an ado::Error that names
 /// the file.

@@ -9,8 +9,11 @@ std::shared_ptr<FileDatabase> FileCache::Open(const FileTarget& target, const Pa
     {
         const QMutexLocker lock(&mutex);
         std::erase_if(entries, [](const Entry& entry) { return entry.Database.expired(); });
+        // What was measured already is right for everybody.
+        FileTarget measured = target;
+        measured.MeasureSheets = true;
         for (const Entry& entry : entries)
-            if (entry.Thread == thread && entry.Target == target)
+            if (entry.Thread == thread && (entry.Target == target || entry.Target == measured))
                 if (std::shared_ptr<FileDatabase> open = entry.Database.lock(); open && open->IsCurrent())
                     return open;
     }

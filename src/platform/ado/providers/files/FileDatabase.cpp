@@ -62,7 +62,7 @@ Request FileDatabase::RequestFor(Operation operation, const Known& table) const 
     request.Kind = file.Kind;
     request.HasHeads = file.HasHeads;
     request.MixedAsText = file.MixedAsText;
-    request.MeasureSheets = table.MustBeMeasured;
+    request.MeasureSheets = file.MeasureSheets;
     if (operation != Operation::Catalog) request.Names << table.Table.Table.Name;
     return request;
 }
@@ -97,12 +97,9 @@ void FileDatabase::LookAround() const {
 
 void FileDatabase::ReadColumns(Known& table) {
     if (!table.Table.Columns.isEmpty()) return;
-    const auto ask = [&] {
-        const QList<FileTable> answer =
-            AskForTables(RequestFor(Operation::Describe, table), [this] { LookAround(); });
-        if (answer.size() == 1) table.Table.Columns = answer.front().Columns;
-    };
-    ask();
+    const QList<FileTable> answer =
+        AskForTables(RequestFor(Operation::Describe, table), [this] { LookAround(); });
+    if (answer.size() == 1) table.Table.Columns = answer.front().Columns;
     CheckUnchanged();
     if (table.Table.Columns.isEmpty())
         throw FileError(QStringLiteral("The table '%1' of the file '%2' has no columns.")
@@ -110,12 +107,26 @@ void FileDatabase::ReadColumns(Known& table) {
 }
 
 void FileDatabase::Declare(const QString& name) {
-    const auto found = tables.find(name.toCaseFolded());
+    auto found = tables.find(name.toCaseFolded());
+    if (found == tables.end()) found = FindArea(name);
     if (found == tables.end() || found->IsDeclared) return;
     if (found->Table.Table.Kind == TableKind::Query)
         DeclareView(*found);
     else
         DeclareTable(*found);
+}
+
+/// Parts of a sheet are tables that no catalogue lists: "Sheet1$A1:C9".
+QHash<QString, FileDatabase::Known>::iterator FileDatabase::FindArea(const QString& name) {
+    if (file.Kind != FileKind::Workbook || !name.contains(u'$')) return tables.end();
+    Known area;
+    area.Table.Table.Name = name;
+    try {
+        ReadColumns(area);
+    } catch (const NoSuchTable&) {
+        return tables.end();
+    }
+    return tables.insert(name.toCaseFolded(), area);
 }
 
 void FileDatabase::DeclareTable(Known& table) {
@@ -220,6 +231,9 @@ void FileDatabase::Import(Known& table, const Patience& patience) {
         Conversation conversation(RequestFor(Operation::Rows, table), patience);
         ImportRows(table, conversation);
         CheckUnchanged();
+    } catch (const NoSuchTable&) {
+        sqlite3_exec(database, "ROLLBACK TO zx_import; RELEASE zx_import", nullptr, nullptr, nullptr);
+        throw FileChanged();
     } catch (...) {
         sqlite3_exec(database, "ROLLBACK TO zx_import; RELEASE zx_import", nullptr, nullptr, nullptr);
         throw;

@@ -58,12 +58,12 @@ class FileDatabase final : public providers::sqlite::TableSource {
         bool IsDeclared = false;
         bool IsFilled = false;
         bool IsBeingDeclared = false;
-        bool MustBeMeasured = false;
     };
 
     Request RequestFor(Operation operation, const Known& table) const;
     void OpenEngine();
     void ReadColumns(Known& table);
+    QHash<QString, Known>::iterator FindArea(const QString& name);
     void DeclareTable(Known& table);
     void DeclareView(Known& view);
     bool CanRun(Known& view);

@@ -15,6 +15,8 @@ struct FileTarget {
     providers::sqlite::Dialect Speaks = providers::sqlite::Dialect::Access;
     bool HasHeads = true;
     bool MixedAsText = false;
+    /// Look at every cell for the width of a sheet: one that says less of itself than it has was met.
+    bool MeasureSheets = false;
     /// Where rows are kept while they are worked with; empty for the usual place.
     QString CacheFolder;
 

@@ -45,6 +45,9 @@ std::unique_ptr<Cursor> FilesSession::OnCurrentFile(Work work) {
             return work(patience);
         } catch (const FileChanged&) {
             database.reset();
+        } catch (const SheetIsWider&) {
+            file.MeasureSheets = true;
+            database.reset();
         }
     }
     throw FileError(
