@@ -100,7 +100,7 @@ void BuildTabPage::ConnectGrid() {
     OnClick(cmdSplit,
             [this](ZPGGlobalDeclarations& state) { AddSplit(state, dgrSQL, state.Form->cmdDeleteSplit); });
     OnClick(cmdDeleteSplit,
-            [this](ZPGGlobalDeclarations& state) { RemoveSplit(dgrSQL, state.Form->cmdDeleteSplit); });
+            [this](ZPGGlobalDeclarations& state) { RemoveSplit(state, dgrSQL, state.Form->cmdDeleteSplit); });
 }
 
 /// Lets the user write the cell's text in the dialog; a text that the cell can't hold comes back to him.

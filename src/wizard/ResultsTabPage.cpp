@@ -78,7 +78,7 @@ void ResultsTabPage::ConnectControls() {
         AddSplit(state, dgrQueryResults, state.Form->cmdResDeleteSplit);
     });
     OnClick(cmdResDeleteSplit, [this](ZPGGlobalDeclarations& state) {
-        RemoveSplit(dgrQueryResults, state.Form->cmdResDeleteSplit);
+        RemoveSplit(state, dgrQueryResults, state.Form->cmdResDeleteSplit);
     });
 }
 

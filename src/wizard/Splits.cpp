@@ -5,12 +5,14 @@
 namespace zephrin {
 
 void AddSplit(ZPGGlobalDeclarations& state, controls::DataGrid* grid, ButtonState& remove) {
-    if (!grid->AddSplit()) SetStatusText(state, QStringLiteral("There is no room for another split .."));
+    SetStatusText(state, grid->AddSplit() ? QStringLiteral("Ready ..")
+                                          : QStringLiteral("There is no room for another split .."));
     remove.Enabled = grid->SplitCount() > 1;
 }
 
-void RemoveSplit(controls::DataGrid* grid, ButtonState& remove) {
+void RemoveSplit(ZPGGlobalDeclarations& state, controls::DataGrid* grid, ButtonState& remove) {
     grid->RemoveSplit();
+    SetStatusText(state, QStringLiteral("Ready .."));
     remove.Enabled = grid->SplitCount() > 1;
 }
 

@@ -70,6 +70,12 @@ TEST_F(ListBoxTest, FollowsTheStateThroughEveryChange) {
     EXPECT_EQ(picked.size(), 0);
 }
 
+TEST_F(ListBoxTest, ARowIsOneLine) {
+    const int height = list.sizeHintForRow(0);
+    items.AddItem(QStringLiteral("a\r\n+b"));
+    EXPECT_EQ(list.sizeHintForRow(3), height);
+}
+
 TEST_F(ListBoxTest, KeepsTheSelectionWhenAControlClickWouldTakeItBack) {
     items.SetListIndex(0);
     QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, At(0));
