@@ -38,10 +38,12 @@ QString Run(ZPGGlobalDeclarations& state, const QString& statement) {
     }
 }
 
+/// Where the host fixes the tables, those on offer are those of the query: one more would be crossed with
+/// them at the next showing.
 void PutOnOffer(ZPGGlobalDeclarations& state) {
     if (IsKnownTable(state, state.ViewName)) return;
     state.Form->lstZPQTableSelection.Items.AddItem(state.ViewName);
-    state.OfferedTables.Add(state.ViewName);
+    if (state.Options.gAllowTableSelection) state.OfferedTables.Add(state.ViewName);
 }
 
 /// What follows on either success. The host may end the showing in its handler; the list is gone then.

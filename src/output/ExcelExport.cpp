@@ -49,6 +49,14 @@ class LiveRows final : public excel::RowSource {
     QString told;
 };
 
+/// The statement runs again for the export, which is one time too many for one that changes rows.
+void RequireColumns(const ZPGGlobalDeclarations& state) {
+    if (!state.rsQueryResult || state.rsQueryResult->FieldCount() == 0)
+        throw ado::Error(ado::ErrorNumber::ProviderFailed,
+                         QStringLiteral("The statement has no result that could be exported."),
+                         QStringLiteral("Excel export"));
+}
+
 /// One export from the pointer's change to its change back, whichever way it ends.
 class Export {
  public:
@@ -63,6 +71,7 @@ class Export {
         rows.Tell(QStringLiteral("Connecting to Microsoft Excel ..."));
         std::unique_ptr<excel::Application> spreadsheet;
         try {
+            RequireColumns(state);
             spreadsheet = means.MakeSpreadsheet(rows);
             Prepare(*spreadsheet);
             fill(*spreadsheet, rows);

@@ -24,10 +24,12 @@ void ShowOutcome(FormState& form, const QString& text, int headLength, quint32 h
     form.txtSQLErrors.ToolTipText.clear();
 }
 
+/// A statement that brings no columns has nothing to export; to export it would run it again.
 void EnableResultButtons(ZPGGlobalDeclarations& state, bool enabled) {
     state.Form->cmdAsc.Enabled = enabled;
     state.Form->cmdDesc.Enabled = enabled;
-    state.Form->cmdExcel.Enabled = enabled && state.Options.gAllowExcelExport;
+    state.Form->cmdExcel.Enabled =
+        enabled && state.Options.gAllowExcelExport && state.rsQueryResult->FieldCount() > 0;
 }
 
 void FetchRows(ZPGGlobalDeclarations& state) {
@@ -87,7 +89,9 @@ void ShowStatementFault(ZPGGlobalDeclarations& state, const ado::Error& error) {
     form.Pointer = MousePointer::Default;
     form.dgrQueryResults.DataSource.reset();
     EnableResultButtons(state, false);
-    SetStatusText(state, QStringLiteral("Ready .."));
+    // Where nobody sees the results tab, the status bar is all that tells of it.
+    SetStatusText(state, state.Options.gAllowShowResults ? QStringLiteral("Ready ..")
+                                                         : (head + u' ' + error.Description()).simplified());
 }
 
 void ShowAndTell(ZPGGlobalDeclarations& state) {

@@ -51,6 +51,12 @@ TEST(CreateView, StoresTheStatementAsItStandsAndOffersTheView) {
     EXPECT_EQ(run.State.Form->lstZPQTableSelection.Items.Items(), QStringList(QStringLiteral("[Big]")));
     EXPECT_TRUE(run.State.OfferedTables.Contains(QStringLiteral("[Big]")));
     EXPECT_TRUE(run.State.colTables.IsEmpty()) << "nobody chose the new view";
+
+    ViewRun fixed;
+    fixed.State.Options.gAllowTableSelection = false;
+    fixed.Create(QStringLiteral("Big"));
+    EXPECT_TRUE(fixed.State.OfferedTables.IsEmpty())
+        << "the next showing would cross it with the fixed tables";
 }
 
 TEST(CreateView, NoNameIsACancel) {

@@ -79,6 +79,8 @@ struct ExportRun {
         State.gDatabaseType = QStringLiteral("SQL Server");
         State.Options.gRunTimeCaption = QStringLiteral("Caption");
         State.CurrentSQL = QStringLiteral("SELECT 1");
+        State.rsQueryResult = std::make_shared<ado::Recordset>();
+        State.rsQueryResult->Append(QStringLiteral("One"), ado::DataType::Integer);
         State.SharedConnection().Open(QStringLiteral("Provider=Fake;Data Source=x"));
         State.ShowForm = [this] {
             if (Status.isEmpty() || Status.last() != State.Form->StatusText) Status << State.Form->StatusText;
@@ -143,6 +145,20 @@ TEST(ExcelExport, AFailureIsShownAndNothingStays) {
               QStringLiteral("Export Error: Invalid object name 'x'.\r\nUnable to complete Excel export."));
     EXPECT_EQ(run.State.Form->StatusText, QStringLiteral("Ready ..."));
     EXPECT_EQ(run.State.Form->Pointer, MousePointer::Default);
+}
+
+TEST(ExcelExport, AStatementWithoutResultIsNotRunAgain) {
+    for (const bool older : {false, true}) {
+        ExportRun run;
+        run.State.CurrentSQL = QStringLiteral("UPDATE [T] SET [A] = [A] + 1");
+        run.State.rsQueryResult = std::make_shared<ado::Recordset>();
+        older ? ExportWithOdbc(run.State, QStringLiteral("Data"), run.Means)
+              : ExportWithOleDb(run.State, run.Means);
+        EXPECT_TRUE(run.Database->Statements.isEmpty());
+        ASSERT_EQ(run.Prompts->Boxes.size(), 1);
+        EXPECT_TRUE(run.Prompts->Boxes[0].Text.contains(QStringLiteral("no result that could be exported")));
+        EXPECT_EQ(run.State.Form->Pointer, MousePointer::Default);
+    }
 }
 
 TEST(ExcelExport, StoppingIsNoError) {

@@ -87,6 +87,7 @@ TEST(RunQuery, RunsWhatStandsInTheBox) {
         EXPECT_TRUE(run.Events[0].Rows->IsOpen()) << row.Sql;
         EXPECT_EQ(run.Events[0].Rows->FieldCount(), row.Columns) << row.Sql;
         EXPECT_TRUE(run.Form().cmdAsc.Enabled) << row.Sql;
+        EXPECT_EQ(run.Form().cmdExcel.Enabled, row.Columns > 0) << row.Sql;
     }
 }
 
@@ -107,6 +108,17 @@ TEST(RunQuery, AFaultOfTheStatementIsShownAndTold) {
     EXPECT_EQ(form.Pointer, MousePointer::Default);
     EXPECT_EQ(form.StatusText, QStringLiteral("Ready .."));
     EXPECT_TRUE(run.prompts->Boxes.isEmpty());
+}
+
+TEST(RunQuery, WithHiddenResultsAFaultStandsInTheStatusBar) {
+    ReadyRun run;
+    run.state.Options.gAllowShowResults = false;
+    StatementTyped(run.state, QStringLiteral("SELECT [Nope] FROM [Orders]"));
+    RunQuery(run.state);
+    EXPECT_EQ(run.Form().StatusText, QStringLiteral("SQL Syntax Error : Invalid column name 'Nope'."));
+    StatementTyped(run.state, QStringLiteral("SELECT [Id] FROM [Orders]"));
+    RunQuery(run.state);
+    EXPECT_EQ(run.Form().StatusText, QStringLiteral("Ready .."));
 }
 
 TEST(RunQuery, ALostConnectionIsToldToTheUserAlone) {

@@ -54,7 +54,15 @@ TEST_F(ShopTest, Views) {
         {"ALTER VIEW [Big] AS SELECT Id FROM Orders WHERE [Order Date] = '7/4/1996'", ""},
         {"SELECT * FROM [Big]", "10"},
         {"ALTER VIEW [Big] AS SELECT Nope FROM Orders", "! Invalid column name 'Nope'.@27"},
-        {"ALTER VIEW [Orders] AS SELECT 1 AS A", "! use DROP TABLE to delete table Orders"},
+        {"ALTER VIEW [Orders] AS SELECT 1 AS A",
+         "! Cannot perform alter on 'Orders' because it is an incompatible object type."},
+        {"CREATE VIEW [Over] AS SELECT Id FROM [Big]", ""},
+        {"ALTER VIEW [Big] AS SELECT Id FROM [Big]",
+         "! View or function 'Big' contains a self-reference. Views or functions cannot reference themselves "
+         "directly or indirectly."},
+        {"ALTER VIEW [Big] AS SELECT (SELECT MAX(Id) FROM [Over]) AS Id",
+         "! View or function 'Big' contains a self-reference. Views or functions cannot reference themselves "
+         "directly or indirectly."},
         {"SELECT * FROM [Big]", "10"},
         {"CREATE VIEW V AS SELECT Id + 1 FROM Orders",
          "! Create View failed because no column name was specified for column 1."},

@@ -25,6 +25,11 @@ QString Behind(const QString& message, QLatin1StringView words) {
 Error StatementFailure(const QString& message, const EngineTask& task) {
     if (task.Kind == StatementKind::CreateView && message.endsWith(QLatin1StringView("already exists")))
         return NameIsTaken(task.Speaks, task.Name);
+    if (task.Kind == StatementKind::AlterView && message.startsWith(QLatin1StringView("use DROP TABLE")))
+        return NoView(task.Speaks, task.Name);
+    constexpr QLatin1StringView circular(" is circularly defined");
+    if (const QString name = Behind(message, QLatin1StringView("view ")); name.endsWith(circular))
+        return SelfReference(task.Speaks, name.chopped(circular.size()));
     if (const QString name = Behind(message, QLatin1StringView("no such table: ")); !name.isEmpty())
         return NoSuchTable(task.Speaks, name.startsWith(QLatin1StringView("main.")) ? name.sliced(5) : name,
                            task.Position);

@@ -4,6 +4,7 @@
 #include "platform/ado/providers/sqlite/SqliteCursor.h"
 #include "platform/ado/providers/sqlite/dialect/Limits.h"
 #include "platform/ado/providers/sqlite/functions/Functions.h"
+#include "platform/ado/providers/sqlite/values/Naming.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -124,15 +125,19 @@ std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const E
         catalog.CountAgainst(deadline);
         translation = Translate(statement, dialect, catalog);
     }
+    const bool isView =
+        translation.Kind == StatementKind::CreateView || translation.Kind == StatementKind::AlterView;
     // All steps but the last are made at once; should a later one fail, none has happened.
-    const bool several = translation.Steps.size() > 1;
+    const bool several = translation.Steps.size() > 1 || isView;
     if (several) Run("SAVEPOINT zx_steps");
     try {
         for (size_t step = 0; step + 1 < translation.Steps.size(); ++step)
             RunStep(translation, step, deadline);
         std::unique_ptr<Cursor> cursor = RunStep(translation, translation.Steps.size() - 1, deadline);
-        if (translation.Kind == StatementKind::CreateView || translation.Kind == StatementKind::AlterView)
+        if (isView) {
             catalog.Refresh();
+            TryView(translation, deadline);
+        }
         if (several) Run("RELEASE zx_steps");
         return cursor;
     } catch (const Error&) {
@@ -169,6 +174,13 @@ StatementHandle SqliteSession::Prepare(const QByteArray& sql, const char** tail,
     StatementHandle prepared(raw);
     if (code == SQLITE_OK && raw) source->Fill(read.Names, deadline);
     return prepared;
+}
+
+/// The engine takes any view, and refuses one that leads back to itself only when it is used.
+void SqliteSession::TryView(const Translation& translation, Deadline& deadline) {
+    Translation use{translation.Kind, {}, {}, translation.Name};
+    use.Steps.emplace_back() << "SELECT * FROM main." << QuotedName(translation.Name) << " LIMIT 0";
+    RunStep(use, 0, deadline);
 }
 
 void SqliteSession::Run(const char* sql) {

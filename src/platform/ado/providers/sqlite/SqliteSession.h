@@ -30,6 +30,7 @@ class SqliteSession final : public Session {
 
  private:
     void CheckDatabase(const QString& path, int timeout);
+    void TryView(const Translation& translation, Deadline& deadline);
     void Run(const char* sql);
     StatementHandle Prepare(const QByteArray& sql, const char** tail, int& code, Deadline& deadline);
     std::unique_ptr<Cursor> RunStep(const Translation& translation, size_t step, Deadline& deadline);

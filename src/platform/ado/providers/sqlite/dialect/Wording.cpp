@@ -211,6 +211,22 @@ Error NoSuchType(Dialect dialect, const QString& name, qsizetype position) {
                QStringLiteral("The type %1 is not known.").arg(name));
 }
 
+Error NoView(Dialect dialect, const QString& name) {
+    return Say(
+        dialect, FailureNumber::Statement, -1,
+        QStringLiteral("Cannot perform alter on '%1' because it is an incompatible object type.").arg(name),
+        QStringLiteral("The object '%1' is a table; only a query can be altered.").arg(name));
+}
+
+Error SelfReference(Dialect dialect, const QString& name) {
+    return Say(
+        dialect, FailureNumber::Statement, -1,
+        QStringLiteral("View or function '%1' contains a self-reference. Views or functions cannot reference "
+                       "themselves directly or indirectly.")
+            .arg(name),
+        QStringLiteral("Circular reference caused by '%1'.").arg(name));
+}
+
 Error IncompatibleTypes(Dialect dialect, const QString& what, qsizetype position) {
     return Say(dialect, FailureNumber::Conversion, position,
                QStringLiteral("The data types are incompatible in '%1'.").arg(what),

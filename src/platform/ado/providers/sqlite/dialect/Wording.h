@@ -41,6 +41,10 @@ Error NoConversion(Dialect dialect, const QString& from, const QString& to, bool
                    qsizetype position);
 Error NotACondition(Dialect dialect, const QString& shown, qsizetype position);
 Error NoSuchType(Dialect dialect, const QString& name, qsizetype position);
+/// A table where a view is to be altered.
+Error NoView(Dialect dialect, const QString& name);
+/// A view that leads back to itself.
+Error SelfReference(Dialect dialect, const QString& name);
 Error IncompatibleTypes(Dialect dialect, const QString& what, qsizetype position);
 
 }  // namespace zephrin::ado::providers::sqlite
