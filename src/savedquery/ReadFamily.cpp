@@ -45,23 +45,31 @@ std::optional<MarkedRows> ReadFormer(const QString& path, const QByteArray& mark
     return std::nullopt;
 }
 
-void ReadCompanion(SavedFamily& family, size_t each, const QByteArray& mark) {
-    const QString& path = family.Master.Paths[each];
-    if (path.isEmpty()) return;
-    std::optional<MarkedRows> found = ReadRows(path);
-    if (!found || found->Mark != mark)
-        if (std::optional<MarkedRows> former = ReadFormer(path, mark)) found = former;
-    if (found) family.Rows[each] = found->Rows;
-    if (!found)
-        family.Lost << QFileInfo(path).fileName();
-    else if (found->Mark != mark)
-        family.Foreign << QFileInfo(path).fileName();
-}
-
 struct Reading {
     SavedFamily Family;
     QByteArray Mark;
+    /// Whether all is there, and of one save.
+    bool Whole = true;
 };
+
+/// A file without a mark was written by somebody else than a save, and may belong to any.
+bool AreOfTwoSaves(const QByteArray& mark, const QByteArray& other) {
+    return mark != other && !mark.isEmpty() && !other.isEmpty();
+}
+
+void ReadCompanion(Reading& reading, size_t each) {
+    const QString& path = reading.Family.Master.Paths[each];
+    if (path.isEmpty()) return;
+    std::optional<MarkedRows> found = ReadRows(path);
+    if (!found || found->Mark != reading.Mark)
+        if (std::optional<MarkedRows> former = ReadFormer(path, reading.Mark)) found = former;
+    if (!found)
+        reading.Family.Lost << QFileInfo(path).fileName();
+    else if (AreOfTwoSaves(found->Mark, reading.Mark))
+        reading.Family.Foreign << QFileInfo(path).fileName();
+    reading.Whole = reading.Whole && found && found->Mark == reading.Mark;
+    if (found) reading.Family.Rows[each] = found->Rows;
+}
 
 /// All files as they stand now.
 std::optional<Reading> ReadOnce(const QString& path) {
@@ -70,14 +78,14 @@ std::optional<Reading> ReadOnce(const QString& path) {
     std::optional<QueryMaster> values = RowsToMaster(*master->Rows);
     if (!values) return std::nullopt;
     Reading reading{{std::move(*values), {}, {}, {}}, master->Mark};
-    for (size_t each = 0; each < CompanionCount; ++each) ReadCompanion(reading.Family, each, reading.Mark);
+    for (size_t each = 0; each < CompanionCount; ++each) ReadCompanion(reading, each);
     return reading;
 }
 
-/// A companion may be gone, or be another one, because the master has become another one in the meantime.
+/// What isn't whole may be so because the query has become another one in the meantime.
 bool IsOutOfDate(const Reading& reading, const QString& path) {
+    if (reading.Whole) return false;
     if (!reading.Family.Foreign.isEmpty()) return true;
-    if (reading.Family.Lost.isEmpty()) return false;
     const std::optional<MarkedRows> master = ReadRows(path);
     return master && master->Mark != reading.Mark;
 }

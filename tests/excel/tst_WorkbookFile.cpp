@@ -1,6 +1,8 @@
 #include "excel/FakeRows.h"
 #include "platform/excel/CellXml.h"
 #include "platform/excel/WorkbookFile.h"
+#include "support/DiskFaults.h"
+#include "support/ExpectedLog.h"
 #include "support/SpreadsheetProgram.h"
 
 #include <QDate>
@@ -183,6 +185,52 @@ TEST(WorkbookFile, ACancelledOrFailedExportLeavesNoFile) {
         }
         EXPECT_EQ(FilesIn(folder), QStringList()) << row.Name;
     }
+}
+
+TEST(WorkbookFile, WhateverTheDiskDoesThereIsAWholeWorkbookOrNone) {
+    using Fault = test::FaultyDisk::Fault;
+    test::ExpectLog(QStringLiteral("QTemporaryDir: Unable to remove"));
+    const QTemporaryDir folder;
+    const auto runExport = [&] {
+        FakeRows rows = Awkward();
+        WorkbookFile book(rows, folder.path(), {});
+        ExportBoth(book);
+    };
+    runExport();
+    const QString whole = folder.filePath(FilesIn(folder).first());
+    const qint64 size = QFileInfo(whole).size();
+    EXPECT_EQ(QFile::permissions(whole) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    QFile::remove(whole);
+    for (const Fault fault : {Fault::Once, Fault::FromThenOn, Fault::Kill}) {
+        int step = 0;
+        for (bool happened = true; happened; ++step) {
+            bool failed = false;
+            const auto attempt = [&] {
+                const test::FaultyDisk disk(folder.path(), step, ENOSPC, fault);
+                try {
+                    runExport();
+                } catch (const ado::Error&) {
+                    failed = true;
+                }
+                happened = disk.Happened();
+            };
+            if (fault == Fault::Kill)
+                happened = test::IsKilledIn(attempt);
+            else
+                attempt();
+            const QStringList left = FilesIn(folder);
+            // On a disk that stays broken behind the last step of all, the workbook can't be taken away again.
+            EXPECT_LE(left.size(), failed && fault == Fault::Once ? 0 : 1) << "step " << step;
+            for (const QString& name : left) {
+                EXPECT_EQ(QFileInfo(folder.filePath(name)).size(), size) << "step " << step;
+                QFile::remove(folder.filePath(name));
+            }
+        }
+        EXPECT_GT(step, 12);
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList())
+        << "what the killed ones left, the next one clears away";
 }
 
 TEST(WorkbookFile, AFolderThatCanNotBeMadeIsAnErrorWithItsName) {

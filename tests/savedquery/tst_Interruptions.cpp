@@ -117,10 +117,10 @@ TEST(Interruptions, AKillAtAnyStepLeavesOneOfTheTwo) {
     bool killed = true;
     int step = 0;
     for (; killed; ++step) {
-        killed = TwoForms::WaitFor(TwoForms::InAnotherProcess([&] {
+        killed = test::IsKilledIn([&] {
             const FaultyDisk disk(query.run.folder.path(), step, 0, FaultyDisk::Fault::Kill);
             query.Save(1);
-        }));
+        });
         query.ExpectWhole("killed at step " + std::to_string(step));
     }
     EXPECT_GT(step, 40);
@@ -176,10 +176,10 @@ TEST(Interruptions, AQueryThatWasSavedWithoutMarksOpensAndIsReplaced) {
         rows.Save(query.run.folder.filePath(name));
     }
     EXPECT_EQ(query.Open(), query.pictures[0]);
-    EXPECT_TRUE(TwoForms::WaitFor(TwoForms::InAnotherProcess([&] {
+    EXPECT_TRUE(test::IsKilledIn([&] {
         const FaultyDisk disk(query.run.folder.path(), 30, 0, FaultyDisk::Fault::Kill);
         query.Save(1);
-    })));
+    }));
     query.ExpectWhole("killed over files without marks");
 }
 

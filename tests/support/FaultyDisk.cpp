@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -167,6 +168,16 @@ FaultyDisk::~FaultyDisk() {
 
 bool FaultyDisk::Happened() const {
     return stepsLeft < 0;
+}
+
+bool IsKilledIn(const std::function<void()>& act) {
+    const pid_t child = fork();
+    if (child == 0) {
+        act();
+        _exit(0);
+    }
+    int status = 0;
+    return ::waitpid(child, &status, 0) == child && WIFSIGNALED(status);
 }
 
 }  // namespace zephrin::test

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <cerrno>
+#include <functional>
 
 namespace zephrin::test {
 
@@ -24,5 +25,8 @@ class FaultyDisk {
     /// Whether that step was come to.
     bool Happened() const;
 };
+
+/// Runs `act` in a process of its own; whether that is killed.
+bool IsKilledIn(const std::function<void()>& act);
 
 }  // namespace zephrin::test

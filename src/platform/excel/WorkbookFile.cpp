@@ -2,11 +2,16 @@
 
 #include "platform/excel/CellXml.h"
 #include "platform/excel/SheetRows.h"
+#include "platform/files/Disk.h"
+#include "platform/files/FolderTurn.h"
 
 #include <zephrin/ado/Error.h>
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <utility>
@@ -38,6 +43,18 @@ QString FreshPath(const QString& folder) {
     return place.filePath(name);
 }
 
+const auto workshopName = QStringLiteral(".zephrin-export-");
+
+/// Removes what exports have left behind whose program has died.
+void ClearLeftOvers(const QString& folder) {
+    const QDir place(folder);
+    for (const QString& name : place.entryList({workshopName + u'*'}, QDir::Dirs | QDir::Hidden)) {
+        const QString path = place.filePath(name);
+        if (const files::FolderTurn turn(path, files::FolderTurn::IfTaken::GiveUp); turn.IsHeld())
+            QDir(path).removeRecursively();
+    }
+}
+
 /// The statement's columns without its rows.
 QStringList HeadsOf(RowSource& source, const QString& sql) {
     return UniqueHeads(source.Run(sql)->Fields());
@@ -50,14 +67,26 @@ WorkbookFile::WorkbookFile(RowSource& rowSource, QString targetFolder, Opener op
 
 WorkbookFile::~WorkbookFile() = default;
 
+/// A hidden folder beside the workbooks, in which one grows. Who has its turn works there; where nobody has
+/// it, the program has died, and the next export clears it away.
+struct WorkbookFile::Workshop {
+    explicit Workshop(const QString& folder)
+        : Folder(QDir(folder).filePath(workshopName + QStringLiteral("XXXXXX"))), Turn(Folder.path()) {}
+
+    QString Path() const { return Folder.filePath(QStringLiteral("workbook")); }
+
+    QTemporaryDir Folder;
+    files::FolderTurn Turn;
+};
+
 void WorkbookFile::BeginFile() {
     if (!QDir().mkpath(folder))
         Fail(QStringLiteral("The folder %1 can not be made.").arg(QDir::toNativeSeparators(folder)));
-    file = std::make_unique<QTemporaryFile>(QDir(folder).filePath(QStringLiteral(".export-XXXXXX.tmp")));
-    if (!file->open())
+    ClearLeftOvers(folder);
+    workshop = std::make_unique<Workshop>(folder);
+    if (!workshop->Folder.isValid())
         Fail(QStringLiteral("The folder %1 can not be written to: %2")
-                 .arg(QDir::toNativeSeparators(folder), file->errorString()));
-    file->close();
+                 .arg(QDir::toNativeSeparators(folder), workshop->Folder.errorString()));
     begin = ZipFile::Begin::Afresh;
 }
 
@@ -126,7 +155,7 @@ void WorkbookFile::Refresh(int queryTable) {
     Query& query = queries.at(static_cast<size_t>(queryTable));
     const QString& sql = connections.at(static_cast<size_t>(query.Connection - 1)).Command;
     std::shared_ptr<SheetRows> rows;
-    ZipFile zip(file->fileName(), std::exchange(begin, ZipFile::Begin::WithWhatIsThere));
+    ZipFile zip(workshop->Path(), std::exchange(begin, ZipFile::Begin::WithWhatIsThere));
     zip.AddStreamed(RowsPath(query.Sheet), [&]() -> PieceReader {
         rows = std::make_shared<SheetRows>(source, sql);
         return [rows] { return rows->NextPiece(); };
@@ -197,23 +226,28 @@ WorkbookParts WorkbookFile::Describe() const {
 }
 
 void WorkbookFile::SetVisible(bool visible) {
-    if (!visible || !file) return;
+    if (!visible || !workshop) return;
     {
-        ZipFile zip(file->fileName(), std::exchange(begin, ZipFile::Begin::WithWhatIsThere));
+        ZipFile zip(workshop->Path(), std::exchange(begin, ZipFile::Begin::WithWhatIsThere));
         for (const Part& part : WriteParts(Describe())) zip.Add(part.Path, part.Content);
         zip.Commit();
     }
     const QString path = FreshPath(folder);
-    if (!QFile::rename(file->fileName(), path))
-        Fail(QStringLiteral("%1 can not be written.").arg(QDir::toNativeSeparators(path)));
-    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    file->setAutoRemove(false);
-    file.reset();
+    try {
+        files::SyncFile(workshop->Path());
+        QFile::setPermissions(workshop->Path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+        files::RenameNew(workshop->Path(), path);
+        files::SyncFolder(folder);
+    } catch (const files::Failure& failure) {
+        if (!QFileInfo::exists(workshop->Path())) QFile::remove(path);
+        Fail(QStringLiteral("%1 can not be written: %2").arg(QDir::toNativeSeparators(path), failure.Reason));
+    }
+    workshop.reset();
     if (open) open(path, cutTexts);
 }
 
 void WorkbookFile::Quit() {
-    file.reset();
+    workshop.reset();
     sheets.clear();
     queries.clear();
     connections.clear();

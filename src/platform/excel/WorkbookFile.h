@@ -4,7 +4,7 @@
 #include "platform/excel/Parts.h"
 #include "platform/excel/ZipFile.h"
 
-#include <QTemporaryFile>
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -66,7 +66,8 @@ class WorkbookFile final : public Application {
     RowSource& source;
     QString folder;
     Opener open;
-    std::unique_ptr<QTemporaryFile> file;
+    struct Workshop;
+    std::unique_ptr<Workshop> workshop;
     /// How the temporary archive is opened next: it is begun once and added to from then on.
     ZipFile::Begin begin = ZipFile::Begin::Afresh;
     std::vector<Sheet> sheets;

@@ -20,7 +20,22 @@ namespace {
 
 /// A file system that can't do it at all has no other way to keep what was written.
 bool IsUnknownThere(int error) {
-    return error == EINVAL || error == ENOTSUP || error == EROFS;
+    return error == EINVAL || error == ENOTSUP;
+}
+
+/// Opens, synchronises and closes what stands at `path`.
+void Sync(const QString& path, int flags) {
+    const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | flags);
+    // What may be written to and not be read, a folder as a rule.
+    if (handle < 0 && errno == EACCES) return;
+    if (handle < 0) FailBySystem(path, errno);
+    const int error = ::fsync(handle) == 0 ? 0 : errno;
+    ::close(handle);
+    if (error != 0 && !IsUnknownThere(error)) FailBySystem(path, error);
+}
+
+void Sync(const QFileDevice& file) {
+    if (::fsync(file.handle()) != 0 && !IsUnknownThere(errno)) FailBySystem(file.fileName(), errno);
 }
 
 /// Writes all of it, and doesn't come back before it is on the disk. The file has no buffer: of what a buffer
@@ -28,7 +43,7 @@ bool IsUnknownThere(int error) {
 void WriteThrough(QFile& file, const QByteArray& content) {
     if (file.write(content) != content.size() || !file.flush())
         throw Failure{file.fileName(), file.errorString()};
-    SyncFile(file.handle(), file.fileName());
+    Sync(file);
 }
 
 }  // namespace
@@ -47,7 +62,7 @@ void Replace(const QString& path, const QByteArray& content, Access access) {
     require(access == Access::Usual || file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
     // A short content stands in a buffer only; commit() would not look at what becomes of it.
     require(file.write(content) == content.size() && file.flush());
-    SyncFile(file.handle(), path);
+    Sync(file);
     require(file.commit());
     SyncFolder(QFileInfo(path).absolutePath());
 }
@@ -89,22 +104,26 @@ void Rename(const QString& from, const QString& to) {
         FailBySystem(to, errno);
 }
 
+void RenameNew(const QString& from, const QString& to) {
+    const QByteArray source = QFile::encodeName(from), target = QFile::encodeName(to);
+    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
+        return;
+    if (errno != EINVAL && errno != ENOSYS) FailBySystem(to, errno);
+    // A file system that can't look and rename in one.
+    if (QFileInfo::exists(to)) FailBySystem(to, EEXIST);
+    Rename(from, to);
+}
+
 void Remove(const QString& path) {
     if (::unlink(QFile::encodeName(path).constData()) != 0 && errno != ENOENT) FailBySystem(path, errno);
 }
 
 void SyncFolder(const QString& folder) {
-    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    // A folder in which one may write and not look around.
-    if (handle < 0 && errno == EACCES) return;
-    if (handle < 0) FailBySystem(folder, errno);
-    const int error = ::fsync(handle) == 0 ? 0 : errno;
-    ::close(handle);
-    if (error != 0 && !IsUnknownThere(error)) FailBySystem(folder, error);
+    Sync(folder, O_DIRECTORY);
 }
 
-void SyncFile(int handle, const QString& path) {
-    if (::fsync(handle) != 0 && !IsUnknownThere(errno)) FailBySystem(path, errno);
+void SyncFile(const QString& path) {
+    Sync(path, 0);
 }
 
 }  // namespace zephrin::files

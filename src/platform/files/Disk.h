@@ -36,6 +36,8 @@ void Keep(const QString& path, const QString& copy);
 
 /// Takes the place of a file that stands at `to`.
 void Rename(const QString& from, const QString& to);
+/// Fails where there is a file at `to`.
+void RenameNew(const QString& from, const QString& to);
 
 /// A file that is not there is no failure.
 void Remove(const QString& path);
@@ -43,7 +45,7 @@ void Remove(const QString& path);
 /// Waits until the names in `folder` are on the disk; a file that was renamed before is there under its new
 /// name then.
 void SyncFolder(const QString& folder);
-/// The same for what is written in an open file.
-void SyncFile(int handle, const QString& path);
+/// The same for what is written in a file.
+void SyncFile(const QString& path);
 
 }  // namespace zephrin::files

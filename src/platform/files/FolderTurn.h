@@ -8,13 +8,16 @@ namespace zephrin::files {
 /// at that, in this program and in others; the system takes it back from a program that dies.
 class FolderTurn {
  public:
-    /// Waits for the turn; throws Failure where somebody holds it for longer than a few seconds.
-    explicit FolderTurn(const QString& folder);
+    enum class IfTaken {
+        Wait,   ///< throws Failure where somebody holds it for longer than a few seconds
+        GiveUp  ///< is not held then
+    };
+    explicit FolderTurn(const QString& folder, IfTaken ifTaken = IfTaken::Wait);
     ~FolderTurn();
     FolderTurn(const FolderTurn&) = delete;
     FolderTurn& operator=(const FolderTurn&) = delete;
 
-    /// False on a file system without such turns, where others may be at work at the same time.
+    /// False also on a file system without such turns, where others may be at work at the same time.
     bool IsHeld() const { return held; }
 
  private:
