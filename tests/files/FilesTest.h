@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -45,6 +46,12 @@ class FilesTest : public testing::Test {
                                                     QStringLiteral(ZEPHRIN_SOURCE_DIR "/../shared/data")) +
                                QStringLiteral("/access/");
         return QFile::exists(folder) ? folder : QString();
+    }
+    /// The workbook of make_workbook.py.
+    static bool MakeWorkbook(const QString& path) {
+        QProcess python;
+        python.start(QStringLiteral(ZEPHRIN_PYTHON), {QStringLiteral(ZEPHRIN_MAKE_WORKBOOK), path});
+        return python.waitForFinished() && python.exitCode() == 0;
     }
     void Write(const QString& path, const QByteArray& bytes) {
         QFile file(path);

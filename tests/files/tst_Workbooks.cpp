@@ -11,12 +11,7 @@ namespace {
 
 class Workbooks : public FilesTest {
  protected:
-    void SetUp() override {
-        QProcess python;
-        python.start(QStringLiteral(ZEPHRIN_PYTHON), {QStringLiteral(ZEPHRIN_MAKE_WORKBOOK), path});
-        ASSERT_TRUE(python.waitForFinished() && python.exitCode() == 0)
-            << python.readAllStandardError().toStdString();
-    }
+    void SetUp() override { ASSERT_TRUE(MakeWorkbook(path)); }
     static QString Excel(const QString& file, const QString& more = {}) {
         return QStringLiteral("Driver={Microsoft Excel Driver (*.xls, *.xlsx, *.xlsm, *.xlsb)};DBQ=%1;%2")
             .arg(file, more);
@@ -97,7 +92,8 @@ TEST_F(Workbooks, OfOtherProgramsReadTheSame) {
     const QString xls = Converted("xls");
     if (xls.isEmpty()) GTEST_SKIP() << "LibreOffice is not installed";
     static constexpr Question questions[] = {
-        {"SELECT [Order ID], Customer, [Date], Total, [A#B (x)], Customer1, Mixed FROM [Orders$] WHERE [Order ID] "
+        {"SELECT [Order ID], Customer, [Date], Total, [A#B (x)], Customer1, Mixed FROM [Orders$] WHERE "
+         "[Order ID] "
          "= 2",
          "2|K2 – ß😀 <&>|1996-07-02|2.5|x\r|c|2"},
         {"SELECT COUNT(*), COUNT(Name), COUNT(Qty), COUNT(Name1) FROM [Order Details$]", "15|13|2|1"},

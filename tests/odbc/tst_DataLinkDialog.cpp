@@ -77,6 +77,15 @@ TEST(DataLinkDialog, ReturnsWhatItWasGiven) {
          "Driver={FreeTDS};Server=box;Port=1444;Trusted_Connection=Yes;Dialect=SQL Server;"},
         {"Driver=FreeTDS;Server=box;TDS_Version=7.4", "pageString",
          "Driver=FreeTDS;Server=box;TDS_Version=7.4"},
+        {"provider=microsoft.jet.oledb.4.0;data source=/a b/shop.accdb", "pageFile",
+         "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/a b/shop.accdb"},
+        {"Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/a.mdb;Mode=Read", "pageString",
+         "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=/a.mdb;Mode=Read"},
+        {"Driver={Microsoft Excel Driver (*.xls, *.xlsx, *.xlsm, *.xlsb)};DBQ={/a;b.xls};FirstRowHasNames=0",
+         "pageFile",
+         "Driver={Microsoft Excel Driver (*.xls, *.xlsx, *.xlsm, *.xlsb)};DBQ={/a;b.xls};FirstRowHasNames=0"},
+        {"Driver={Microsoft Excel Driver (*.xls)};DBQ=/b.xls", "pageString",
+         "Driver={Microsoft Excel Driver (*.xls)};DBQ=/b.xls"},
         {"", "pageFile", ""},
     };
     for (const auto& row : rows) {
@@ -90,6 +99,10 @@ TEST(DataLinkDialog, ReturnsWhatItWasGiven) {
 TEST(DataLinkDialog, BuildsAStringByHand) {
     DataLinkDialog dialog({}, shopProviders);
     EXPECT_FALSE(Find<QPushButton>(dialog, "cmdOK")->isEnabled());
+    Find<QLineEdit>(dialog, "txtFile")->setText(QStringLiteral("/s.xlsx"));
+    EXPECT_EQ(Find<QComboBox>(dialog, "cmbFileKind")->currentText(), QStringLiteral("Excel workbook"));
+    Find<QCheckBox>(dialog, "chkHeads")->setChecked(false);
+    EXPECT_TRUE(dialog.ConnectionString().endsWith(QStringLiteral("};DBQ=/s.xlsx;FirstRowHasNames=0")));
     dialog.findChild<QTabWidget*>()->setCurrentIndex(2);
     Find<QComboBox>(dialog, "cmbDriver")->setCurrentIndex(0);
     EXPECT_FALSE(Find<QComboBox>(dialog, "cmbDriverDialect")->isEnabled()) << "the driver's name says it";

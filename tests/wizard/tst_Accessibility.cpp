@@ -176,7 +176,7 @@ TEST_F(Accessibility, TheTabKeyGoesThroughAWindowAsItIsRead) {
         {"frmFieldOrder for Calc",
          "lstFields lstAlias txtAlias cmdUpDown_0 cmdUpDown_1 chkOutput cmdEdit cmdDelete "
          "cmdOK cmdCancel"},
-        {"DataLinkDialog page 0", "T txtFile cmdBrowse cmbFileDialect chkReadOnly D"},
+        {"DataLinkDialog page 0", "T txtFile cmdBrowse cmbFileKind cmbFileDialect chkReadOnly D"},
         {"DataLinkDialog page 1", "T cmbDataSource txtSourceUser txtSourcePassword cmbSourceDialect D"},
         {"DataLinkDialog page 2",
          "T cmbDriver txtServer txtPort txtDatabase chkTrusted txtUser txtPassword "

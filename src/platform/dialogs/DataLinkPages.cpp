@@ -101,40 +101,55 @@ QLabel* Hint(const QString& text, Page* page) {
 FilePage::FilePage(QWidget* parent)
     : Page(parent),
       path(Line("txtFile", this)),
+      kind(Combo("cmbFileKind", this)),
       dialect(DialectCombo("cmbFileDialect", this)),
-      readOnly(Check("chkReadOnly", tr("Open for &reading only"), this)) {
+      readOnly(Check("chkReadOnly", tr("Open for &reading only"), this)),
+      heads(Check("chkHeads", tr("The first row holds the &names of the columns"), this)) {
+    kind->addItem(tr("SQLite database"));
+    kind->addItem(tr("Access database"));
+    kind->addItem(tr("Excel workbook"));
+    heads->setChecked(true);
     auto* browse = Named<QPushButton>("cmdBrowse", this);
     browse->setText(tr("&Browse..."));
     browse->setAutoDefault(false);
     connect(browse, &QPushButton::clicked, this, &FilePage::Browse);
     connect(path, &QLineEdit::textChanged, this, &FilePage::FollowSuffix);
+    connect(kind, &QComboBox::currentIndexChanged, this, &FilePage::FollowKind);
     path->setClearButtonEnabled(true);
     setTabOrder(path, browse);
-    setTabOrder(browse, dialect);
+    setTabOrder(browse, kind);
     auto* row = new QHBoxLayout;
     row->addWidget(path);
     row->addWidget(browse);
     QFormLayout* form = Form(this);
-    form->addRow(Hint(tr("A database file that needs no server and no driver."), this));
-    form->addRow(tr("Database &file:"), row);
+    form->addRow(Hint(tr("A file that needs no server and no driver."), this));
+    form->addRow(tr("&File:"), row);
     // A row that is a layout has no buddy of its own.
     qobject_cast<QLabel*>(form->labelForField(row))->setBuddy(path);
+    form->addRow(tr("&Kind of file:"), kind);
     form->addRow(tr("&Write SQL for:"), dialect);
     form->addRow(QString(), readOnly);
+    form->addRow(QString(), heads);
+    FollowKind();
+}
+
+FileKind FilePage::Kind() const {
+    return FileKind(kind->currentIndex());
 }
 
 QString FilePage::Text() const {
-    return ToText(FileLink{path->text().trimmed(), DialectOf(dialect), readOnly->isChecked()});
+    return ToText(FileLink{Kind(), path->text().trimmed(), DialectOf(dialect), readOnly->isChecked(),
+                           heads->isChecked()});
 }
 
 bool FilePage::Show(const QString& connectionString) {
-    const QList<Keyword> keywords = Split(connectionString);
-    if (ValueOf(keywords, Words("Provider")).compare(Words("SQLite"), Qt::CaseInsensitive) != 0 ||
-        !HoldsOnly(keywords, {Words("Provider"), Words("Dialect"), Words("Data Source"), Words("Mode")}))
-        return false;
-    path->setText(ValueOf(keywords, Words("Data Source")));
-    SetDialect(dialect, ValueOf(keywords, Words("Dialect")));
-    readOnly->setChecked(ValueOf(keywords, Words("Mode")).compare(Words("Read"), Qt::CaseInsensitive) == 0);
+    const std::optional<FileLink> link = FileOf(connectionString);
+    if (!link) return false;
+    path->setText(link->Path);
+    kind->setCurrentIndex(int(link->Kind));
+    if (link->Kind == FileKind::Database) SetDialect(dialect, link->Dialect);
+    readOnly->setChecked(link->ReadOnly);
+    heads->setChecked(link->HasHeads);
     return true;
 }
 
@@ -143,19 +158,36 @@ QWidget* FilePage::First() const {
 }
 
 void FilePage::Browse() {
-    const QString chosen =
-        QFileDialog::getOpenFileName(this, tr("Database File"), path->text(),
-                                     tr("Databases (*.db *.db3 *.sqlite *.sqlite3);;All files (*)"));
+    const QStringList filters{tr("Databases (*.db *.db3 *.sqlite *.sqlite3)"),
+                              tr("Access databases (*.mdb *.accdb)"),
+                              tr("Excel workbooks (*.xls *.xlsx *.xlsm)"), tr("All files (*)")};
+    QString filter = filters[kind->currentIndex()];
+    const QString chosen = QFileDialog::getOpenFileName(this, kind->currentText(), path->text(),
+                                                        filters.join(QStringLiteral(";;")), &filter);
     if (!chosen.isEmpty()) path->setText(chosen);
 }
 
+/// The name of a file mostly says what it is.
 void FilePage::FollowSuffix() {
     const QString suffix = QFileInfo(path->text().trimmed()).suffix().toLower();
-    const bool access = suffix == Words("mdb") || suffix == Words("accdb");
-    const bool excel = suffix.startsWith(Words("xls"));
-    if (access || excel) SetDialect(dialect, access ? QStringLiteral("Access") : QStringLiteral("Excel"));
-    // Such a file says itself what it is.
-    dialect->setEnabled(!access && !excel);
+    if (suffix == Words("mdb") || suffix == Words("accdb"))
+        kind->setCurrentIndex(int(FileKind::AccessDatabase));
+    else if (suffix.startsWith(Words("xls")))
+        kind->setCurrentIndex(int(FileKind::Workbook));
+    else if (suffix.startsWith(Words("db")) || suffix.startsWith(Words("sqlite")))
+        kind->setCurrentIndex(int(FileKind::Database));
+}
+
+/// Only a database of the embedded engine leaves a choice of what is written to it; the others are never
+/// written.
+void FilePage::FollowKind() {
+    const bool isOwn = Kind() == FileKind::Database;
+    if (!isOwn)
+        SetDialect(dialect,
+                   Kind() == FileKind::Workbook ? QStringLiteral("Excel") : QStringLiteral("Access"));
+    dialect->setEnabled(isOwn);
+    readOnly->setEnabled(isOwn);
+    heads->setVisible(Kind() == FileKind::Workbook);
 }
 
 // --- SourcePage

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Provider.h"
+#include "platform/dialogs/DataLinkText.h"
 
 #include <QWidget>
 
@@ -27,7 +28,7 @@ class Page : public QWidget {
     void Changed();
 };
 
-/// An embedded database file.
+/// A file: a database of the embedded engine, an Access database, or an Excel workbook.
 class FilePage : public Page {
     Q_OBJECT
  public:
@@ -39,10 +40,14 @@ class FilePage : public Page {
  private:
     void Browse();
     void FollowSuffix();
+    void FollowKind();
+    FileKind Kind() const;
 
     QLineEdit* path;
+    QComboBox* kind;
     QComboBox* dialect;
     QCheckBox* readOnly;
+    QCheckBox* heads;
 };
 
 /// A data source that is set up on this computer.

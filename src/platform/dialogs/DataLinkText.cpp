@@ -6,6 +6,11 @@ namespace zephrin::datalink {
 
 namespace {
 
+/// The strings of the files that the program itself reads: an old form each, which other programs know as
+/// well.
+constexpr const char* AccessStart = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
+constexpr const char* ExcelDriver = "Microsoft Excel Driver (*.xls, *.xlsx, *.xlsm, *.xlsb)";
+
 bool Same(const QString& text, QLatin1StringView word) {
     return text.compare(word, Qt::CaseInsensitive) == 0;
 }
@@ -70,7 +75,8 @@ bool IsSecret(const Keyword& keyword) {
     const auto names = [](const QString& text) {
         return Holds(text, QLatin1StringView("PWD")) || Holds(text, QLatin1StringView("password"));
     };
-    return names(keyword.Name) || (Same(keyword.Name, QLatin1StringView("Extended Properties")) && names(keyword.Value));
+    return names(keyword.Name) ||
+           (Same(keyword.Name, QLatin1StringView("Extended Properties")) && names(keyword.Value));
 }
 
 }  // namespace
@@ -133,9 +139,40 @@ bool SaysDialect(const QString& connectionString) {
 
 QString ToText(const FileLink& link) {
     if (link.Path.isEmpty()) return {};
+    if (link.Kind == FileKind::AccessDatabase) return QLatin1StringView(AccessStart) + Quoted(link.Path);
+    if (link.Kind == FileKind::Workbook)
+        return QStringLiteral("Driver={%1};DBQ=").arg(QLatin1StringView(ExcelDriver)) + Braced(link.Path) +
+               (link.HasHeads ? QString() : QStringLiteral(";FirstRowHasNames=0"));
     QString text = QStringLiteral("Provider=SQLite;Dialect=%1;").arg(link.Dialect);
     if (link.ReadOnly) text += QLatin1StringView("Mode=Read;");
     return text + QLatin1StringView("Data Source=") + Quoted(link.Path);
+}
+
+std::optional<FileLink> FileOf(const QString& connectionString) {
+    using Words = QLatin1StringView;
+    const QList<Keyword> keywords = Split(connectionString);
+    FileLink link;
+    if (Same(ValueOf(keywords, Words("Driver")), Words(ExcelDriver))) {
+        link.Kind = FileKind::Workbook;
+        link.Path = ValueOf(keywords, Words("DBQ"));
+        link.HasHeads = ValueOf(keywords, Words("FirstRowHasNames")) != u"0";
+        if (HoldsOnly(keywords, {Words("Driver"), Words("DBQ"), Words("FirstRowHasNames")})) return link;
+    }
+    link.Path = ValueOf(keywords, Words("Data Source"));
+    const QString provider = ValueOf(keywords, Words("Provider"));
+    if (Holds(provider, Words("Microsoft.Jet.OLEDB")) || Holds(provider, Words("Microsoft.ACE.OLEDB"))) {
+        link.Kind = FileKind::AccessDatabase;
+        // Others than our own say more, a version for one.
+        if (connectionString.startsWith(Words(AccessStart), Qt::CaseInsensitive) &&
+            HoldsOnly(keywords, {Words("Provider"), Words("Data Source")}))
+            return link;
+    }
+    if (!Same(provider, Words("SQLite")) ||
+        !HoldsOnly(keywords, {Words("Provider"), Words("Dialect"), Words("Data Source"), Words("Mode")}))
+        return std::nullopt;
+    link.Dialect = ValueOf(keywords, Words("Dialect"));
+    link.ReadOnly = Same(ValueOf(keywords, Words("Mode")), Words("Read"));
+    return link;
 }
 
 QString ToText(const SourceLink& link) {

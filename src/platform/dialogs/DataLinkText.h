@@ -3,6 +3,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace zephrin::datalink {
 
 /// A connection string in the pieces that the pages of the prompt show. Lenient: what is not well formed
@@ -26,13 +28,18 @@ QString Masked(const QString& connectionString);
 /// Whether words in the string say already for which kind of database statements are to be written.
 bool SaysDialect(const QString& connectionString);
 
-/// An embedded database file.
+/// A file that is opened without a server, and what is in it.
+enum class FileKind { Database, AccessDatabase, Workbook };
 struct FileLink {
+    FileKind Kind = FileKind::Database;
     QString Path;
-    QString Dialect;
-    bool ReadOnly = false;
+    QString Dialect;        ///< of a database of the embedded engine
+    bool ReadOnly = false;  ///< the same
+    bool HasHeads = true;   ///< of a workbook: the first row of a sheet names its columns
 };
 QString ToText(const FileLink& link);
+/// The file that the string names; nothing where it says more than a FileLink could.
+std::optional<FileLink> FileOf(const QString& connectionString);
 
 /// A data source that is set up on this computer.
 struct SourceLink {

@@ -55,6 +55,17 @@ FileDatabase::FileDatabase(const FileTarget& target, const Patience& patience)
     OpenEngine();
 }
 
+FileDatabase::Waiting::Waiting(FileDatabase& of, const Patience& patience,
+                               const std::shared_ptr<Watch>& watch)
+    : database(of) {
+    if (database.waiting)
+        throw FileError(
+            QStringLiteral("The file '%1' is being read for another statement.").arg(database.file.Path),
+            ErrorNumber::StillExecuting);
+    database.waiting = patience;
+    database.engine->WaitWith(watch);
+}
+
 Request FileDatabase::RequestFor(Operation operation, const Known& table) const {
     Request request;
     request.Wanted = operation;
@@ -166,8 +177,7 @@ bool FileDatabase::CanRun(Known& view) {
     }
 }
 
-std::unique_ptr<Cursor> FileDatabase::Tables(const Patience& patience) {
-    const Waiting scope(*this, patience);
+std::unique_ptr<Cursor> FileDatabase::Tables() {
     std::vector<MemoryCursor::Row> rows;
     for (const QString& key : std::as_const(order)) {
         Known& known = tables[key];
@@ -190,8 +200,7 @@ std::unique_ptr<Cursor> FileDatabase::Tables(const Patience& patience) {
         std::move(rows));
 }
 
-std::unique_ptr<Cursor> FileDatabase::Columns(const QString& table, const Patience& patience) {
-    const Waiting scope(*this, patience);
+std::unique_ptr<Cursor> FileDatabase::Columns(const QString& table) {
     Declare(table);
     return engine->Columns(table);
 }

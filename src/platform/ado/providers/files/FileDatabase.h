@@ -34,16 +34,17 @@ class FileDatabase final : public providers::sqlite::TableSource {
     providers::sqlite::SqliteSession& Engine() { return *engine; }
 
     /// The tables on offer, in the columns of a schema.
-    std::unique_ptr<Cursor> Tables(const Patience& patience);
-    std::unique_ptr<Cursor> Columns(const QString& table, const Patience& patience);
+    std::unique_ptr<Cursor> Tables();
+    std::unique_ptr<Cursor> Columns(const QString& table);
 
     void Declare(const QString& name) override;
     void Fill(const QList<QString>& tables, providers::sqlite::Deadline& deadline) override;
 
-    /// Who is asked while Declare() waits; set for the time of one call.
+    /// Who waits, and how long, for the time of one call. Nobody else is let in meanwhile: the engine is one
+    /// for all who have the file open.
     class Waiting {
      public:
-        Waiting(FileDatabase& of, const Patience& patience) : database(of) { database.waiting = patience; }
+        Waiting(FileDatabase& of, const Patience& patience, const std::shared_ptr<Watch>& watch);
         ~Waiting() { database.waiting = nullptr; }
         Waiting(const Waiting&) = delete;
         Waiting& operator=(const Waiting&) = delete;

@@ -20,8 +20,7 @@ bool FilesProvider::Accepts(const QString& connectionString) const {
 }
 
 std::unique_ptr<Session> FilesProvider::Open(const OpenRequest& request) const {
-    return std::make_unique<files::FilesSession>(cache, files::ReadFileString(request),
-                                                 request.ConnectionTimeout);
+    return std::make_unique<files::FilesSession>(cache, request);
 }
 
 }  // namespace zephrin::ado::providers

@@ -11,12 +11,24 @@ namespace {
 /// Another program that writes all the time would keep a statement here for ever.
 constexpr int MostTries = 5;
 
-/// Waits for as long as a connection may take.
-Patience UpTo(int seconds, const QString& path) {
+}  // namespace
+
+FilesSession::FilesSession(std::shared_ptr<FileCache> shared, const OpenRequest& request)
+    : cache(std::move(shared)),
+      file(ReadFileString(request)),
+      timeout(request.ConnectionTimeout),
+      watch(request.Waiting) {
+    OnCurrentFile(timeout, [](FileDatabase&) { return nullptr; });
+}
+
+/// Waits for so many seconds, or until the watcher says no; its own time doesn't count.
+Patience FilesSession::UpTo(int seconds) const {
     QElapsedTimer since;
     since.start();
-    return [since, seconds, path] {
-        if (seconds > 0 && since.hasExpired(qint64(seconds) * 1000))
+    return [since, seconds, before = watch->TakenByWatcher(), asked = watch, path = file.Path] {
+        if (!asked->GoOn()) throw Cancelled();
+        const qint64 used = since.elapsed() - (asked->TakenByWatcher() - before);
+        if (seconds > 0 && used > qint64(seconds) * 1000)
             throw FileError(
                 QStringLiteral("Timeout expired: the file '%1' could not be read within %2 seconds.")
                     .arg(path)
@@ -25,24 +37,17 @@ Patience UpTo(int seconds, const QString& path) {
     };
 }
 
-}  // namespace
-
-FilesSession::FilesSession(std::shared_ptr<FileCache> shared, const FileTarget& target, int connectionTimeout)
-    : cache(std::move(shared)), file(target), timeout(connectionTimeout) {
-    OnCurrentFile([](const Patience&) { return nullptr; });
-}
-
 /// Runs `work` on the file as it is now, and anew where the file changes meanwhile.
 template <typename Work>
-std::unique_ptr<Cursor> FilesSession::OnCurrentFile(Work work) {
+std::unique_ptr<Cursor> FilesSession::OnCurrentFile(int seconds, Work work) {
     for (int tries = 0; tries < MostTries; ++tries) {
-        const Patience patience = UpTo(timeout, file.Path);
+        const Patience patience = UpTo(seconds);
         try {
             if (!database || !database->IsCurrent()) database = cache->Open(file, patience);
-            // The engine may outlive what this session holds, while somebody lets events in.
+            // A watcher may let in whoever closes this session.
             const std::shared_ptr<FileDatabase> current = database;
-            const FileDatabase::Waiting scope(*current, patience);
-            return work(patience);
+            const FileDatabase::Waiting scope(*current, patience, watch);
+            return work(*current);
         } catch (const FileChanged&) {
             database.reset();
         } catch (const SheetIsWider&) {
@@ -56,15 +61,16 @@ std::unique_ptr<Cursor> FilesSession::OnCurrentFile(Work work) {
 }
 
 std::unique_ptr<Cursor> FilesSession::Execute(const QString& statement, const ExecuteOptions& options) {
-    return OnCurrentFile([&](const Patience&) { return database->Engine().Execute(statement, options); });
+    return OnCurrentFile(options.CommandTimeout,
+                         [&](FileDatabase& current) { return current.Engine().Execute(statement, options); });
 }
 
 std::unique_ptr<Cursor> FilesSession::Tables() {
-    return OnCurrentFile([&](const Patience& patience) { return database->Tables(patience); });
+    return OnCurrentFile(timeout, [](FileDatabase& current) { return current.Tables(); });
 }
 
 std::unique_ptr<Cursor> FilesSession::Columns(const QString& table) {
-    return OnCurrentFile([&](const Patience& patience) { return database->Columns(table, patience); });
+    return OnCurrentFile(timeout, [&](FileDatabase& current) { return current.Columns(table); });
 }
 
 }  // namespace zephrin::ado::files

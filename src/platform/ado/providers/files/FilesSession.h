@@ -8,7 +8,7 @@ namespace zephrin::ado::files {
 class FilesSession final : public Session {
  public:
     /// Opens the file or throws ado::Error.
-    FilesSession(std::shared_ptr<FileCache> shared, const FileTarget& target, int connectionTimeout);
+    FilesSession(std::shared_ptr<FileCache> shared, const OpenRequest& request);
 
     std::unique_ptr<Cursor> Execute(const QString& statement, const ExecuteOptions& options) override;
     std::unique_ptr<Cursor> Tables() override;
@@ -16,11 +16,13 @@ class FilesSession final : public Session {
 
  private:
     template <typename Work>
-    std::unique_ptr<Cursor> OnCurrentFile(Work work);
+    std::unique_ptr<Cursor> OnCurrentFile(int seconds, Work work);
+    Patience UpTo(int seconds) const;
 
     std::shared_ptr<FileCache> cache;
     FileTarget file;
     int timeout;
+    std::shared_ptr<Watch> watch;
     std::shared_ptr<FileDatabase> database;
 };
 

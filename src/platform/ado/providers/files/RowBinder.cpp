@@ -1,12 +1,35 @@
 #include "platform/ado/providers/files/RowBinder.h"
 
+#include "platform/ado/providers/sqlite/values/Exact.h"
+
 #include <QUtf8StringView>
 
 namespace zephrin::ado::files {
 
+using namespace providers::sqlite;
+
 namespace {
 
-constexpr double MoneyUnit = 10'000.0;
+/// A number as the engine keeps exact ones: as a double where that reads as it, else in the engine's own
+/// form.
+void BindExact(sqlite3_stmt* into, int parameter, const Exact& value) {
+    if (FitsDigits(value, NarrowDigits)) {
+        sqlite3_bind_double(into, parameter, ToDouble(value));
+        return;
+    }
+    const QByteArray wide = ToWide(value);
+    sqlite3_bind_blob(into, parameter, wide.constData(), int(wide.size()), SQLITE_TRANSIENT);
+}
+
+void BindMoney(sqlite3_stmt* into, int parameter, qint64 tenThousandths) {
+    constexpr qint64 unit = 10'000;
+    // Up to here each count has a double of its own.
+    constexpr qint64 most = qint64(1) << 53;
+    if (tenThousandths > -most && tenThousandths < most)
+        sqlite3_bind_double(into, parameter, double(tenThousandths) / double(unit));
+    else
+        BindExact(into, parameter, {tenThousandths, MoneyScale});
+}
 
 bool IsText(QByteArrayView bytes) {
     return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
@@ -47,7 +70,7 @@ bool RowBinder::Bind(int parameter, RecordReader& row) const {
             sqlite3_bind_double(into, parameter, row.TakeDouble());
             break;
         case ValueTag::Money:
-            sqlite3_bind_double(into, parameter, double(row.TakeLong()) / MoneyUnit);
+            BindMoney(into, parameter, row.TakeLong());
             break;
         case ValueTag::Text: {
             const QByteArrayView text = row.TakeBytes();
@@ -66,8 +89,9 @@ bool RowBinder::Bind(int parameter, RecordReader& row) const {
         }
         case ValueTag::Decimal: {
             const QByteArrayView digits = row.TakeBytes();
-            sqlite3_bind_text(into, parameter, digits.isNull() ? "" : digits.data(), int(digits.size()),
-                              SQLITE_STATIC);
+            const std::optional<Exact> value = ExactOfText(QString::fromLatin1(digits));
+            if (!value) return false;
+            BindExact(into, parameter, *value);
             break;
         }
         default:

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QMap>
 #include <QScopeGuard>
 
 namespace zephrin::ado::providers::sqlite {
@@ -70,6 +71,19 @@ DatabaseHandle OpenFile(const OpenOptions& options) {
     sqlite3_extended_result_codes(opened, 1);
     Distrust(opened);
     return database;
+}
+
+/// The columns of a saved query, where two of them share a name: both are then called by their tables, too.
+QString ColumnHeads(const QList<OutputColumn>& columns) {
+    QMap<QString, int> counts;
+    for (const OutputColumn& column : columns) ++counts[column.Name.toCaseFolded()];
+    if (counts.size() == columns.size()) return {};
+    QStringList heads;
+    for (const OutputColumn& column : columns) {
+        const bool isShared = counts[column.Name.toCaseFolded()] > 1 && !column.Source.isEmpty();
+        heads << u'[' + (isShared ? column.Source + u'.' : QString()) + column.Name + u']';
+    }
+    return QStringLiteral(" (%1)").arg(heads.join(QStringLiteral(", ")));
 }
 
 /// What a statement reads, and that it does nothing else.
@@ -150,8 +164,9 @@ std::unique_ptr<Cursor> SqliteSession::Execute(const QString& statement, const E
 }
 
 void SqliteSession::DefineView(const QString& name, const QString& statement) {
+    const QString heads = ColumnHeads(Translate(statement, dialect, catalog).Output);
     const Translation view =
-        Translate(QStringLiteral("CREATE VIEW [%1] AS %2").arg(name, statement), dialect, catalog);
+        Translate(QStringLiteral("CREATE VIEW [%1]%2 AS %3").arg(name, heads, statement), dialect, catalog);
     for (const MappedText& step : view.Steps) {
         const int code = sqlite3_exec(database.get(), step.Text().constData(), nullptr, nullptr, nullptr);
         if (code != SQLITE_OK) throw EngineFailure(database.get(), code, Deadline(0, waiting), {dialect});

@@ -26,6 +26,8 @@ class SqliteSession final : public Session {
     /// For the source of the tables: the engine itself, and a view whose statement is in the session's
     /// dialect.
     sqlite3* Engine() const { return database.get(); }
+    /// Who is asked from now on while the session waits: its user may be another one each time.
+    void WaitWith(std::shared_ptr<Watch> watch) { waiting = std::move(watch); }
     void DefineView(const QString& name, const QString& statement);
 
  private:

@@ -248,8 +248,10 @@ void Resolver::ResolveItems(SelectCore& core, const Scope& scope) {
         ResolveExpression(*item.Value, scope);
         WantValue(*item.Value);
         OutputColumn column{item.Alias, item.Value->Type, true, item.Value->IsStored};
-        if (item.Alias.isEmpty() && item.Value->Kind == ExpressionKind::Column)
+        if (item.Alias.isEmpty() && item.Value->Kind == ExpressionKind::Column) {
             column.Name = item.Value->Name;
+            column.Source = item.Value->Qualifier;
+        }
         if (column.Name.isEmpty()) {
             // The server leaves an expression without a name, a file numbers it.
             column.IsNamed = false;
@@ -273,7 +275,7 @@ void Resolver::ExpandStar(const Expression& star, SelectCore& core, const Scope&
             seen.insert(key);
             if (core.Output.size() >= Limits::Columns) throw TooManyColumns(star.At.From);
             columns.append({source.Name, column.Name, column.Type, column.IsStored});
-            core.Output.append({column.Name, column.Type, true, column.IsStored});
+            core.Output.append({column.Name, column.Type, true, column.IsStored, source.Name});
         }
     }
     if (!found) {

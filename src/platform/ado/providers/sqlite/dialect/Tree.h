@@ -124,6 +124,8 @@ struct OutputColumn {
     /// False for an expression that a server leaves without a name, or names by itself.
     bool IsNamed = true;
     bool IsStored = false;
+    /// Of a plain column, the table that it comes from, by its name there.
+    QString Source = {};
 };
 
 /// A column that a star stands for.
