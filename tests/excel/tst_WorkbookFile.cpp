@@ -48,7 +48,7 @@ FakeRows Awkward() {
         into.AppendInt(6, row == 0 ? -1 : 0);
         into.AppendCurrency(7, -12345);
         into.AppendDate(8, QDate(1970, 1, 1).daysTo(row == 0 ? QDate(1815, 6, 18) : QDate(1900, 1, 1)));
-        into.AppendDateTime(9, TicksOf(QDate(9999, 12, 31), QTime(23, 59, 59)));
+        into.AppendDateTime(9, TicksOf(QDate(9999, 12, 31), QTime(23, 59, 59)) + 9'999'999);
         into.AppendBytes(10, "\x00\xFF", 2);
     });
 }

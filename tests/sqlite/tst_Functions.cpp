@@ -170,6 +170,56 @@ TEST_F(ShopTest, FileFunctions) {
     });
 }
 
+TEST_F(ShopTest, Formats) {
+    OnFile({
+        {"SELECT FORMAT([Order Date], 'yyyy-mm'), FORMAT([Order Date], \"Short Date\"), FORMAT([Order Date]) "
+         "FROM Orders WHERE "
+         "Id = 10",
+         "1996-07|7/4/1996|7/4/1996"},
+        {"SELECT FORMAT([Order Date], 'mmm d, h:nn AM/PM') FROM Orders WHERE Id = 11", "Jul 5, 2:30 PM"},
+        {"SELECT FORMAT(Total, 'Currency'), FORMAT(Total, '0000.0'), FORMAT(Paid, 'Yes/No') FROM Orders "
+         "WHERE Id = 10",
+         "$10.50|0010.5|Yes"},
+        {"SELECT FORMAT(35250.5, 'yyyy-mm-dd hh:nn'), FORMAT(#7/4/1996#, '0.0'), FORMAT(NULL, '0')",
+         "1996-07-04 12:00|35250.0|"},
+        {"SELECT FORMAT('abc', '>'), FORMAT('ABC', '<@@@@'), FORMAT('abc', '@@@@@'), FORMAT('5551234', "
+         "'@@@-@@@@')",
+         "ABC| abc|  abc|555-1234"},
+        {"SELECT FORMAT('2.5', '0.00'), FORMAT('7/4/1996', 'yyyy'), FORMAT('abc', '0.00')", "2.50|1996|abc"},
+        {"SELECT FORMAT(Note, 'yyyy', 1) FROM Orders",
+         "! Wrong number of arguments used with function 'FORMAT'.@7"},
+    });
+    OnServer({
+        {"SELECT FORMAT([Order Date], 'yyyy-MM-dd HH:mm:ss'), FORMAT([Order Date], 'd'), FORMAT([Order "
+         "Date], 'dddd, MMM yy') "
+         "FROM Orders WHERE Id = 11",
+         "1996-07-05 14:30:00|7/5/1996|Friday, Jul 96"},
+        {"SELECT FORMAT(1234.5, 'N'), FORMAT(1234.5, 'N0'), FORMAT(-1234.5, 'C'), FORMAT(0.125, 'P1'), "
+         "FORMAT(42, 'D5')",
+         "1,234.50|1,235|($1,234.50)|12.5 %|00042"},
+        {"SELECT FORMAT(255, 'X4'), FORMAT(12345.678, 'E2'), FORMAT(1.5, 'D'), FORMAT(1.5, 'G'), FORMAT(7, "
+         "'000')",
+         "00FF|1.23E+004|~|1.5|007"},
+        {"SELECT FORMAT(1234.5, '#,##0.00', 'de-DE'), FORMAT(CAST('1996-07-04' AS date), 'd. MMMM yyyy', "
+         "'de-DE')",
+         "1.234,50|4. Juli 1996"},
+        {"SELECT FORMAT(1234.5, 'N', 'xx-YY')",
+         "! The culture parameter 'xx-YY' provided in the function call is not supported."},
+        {"SELECT FORMAT(NULL, 'N'), FORMAT(Total, NULL) FROM Orders WHERE Id = 10", "~|~"},
+        {"SELECT FORMAT(Name, 'N') FROM Customers",
+         "! Argument data type nvarchar is invalid for the format function.@14"},
+        {"SELECT PRINTF('%d', 1)", "! 'PRINTF' is not a recognized built-in function name.@7"},
+        {"SELECT SUBSTR('abc', 1)", "! 'SUBSTR' is not a recognized built-in function name.@7"},
+        {"SELECT LENGTH('abc')", "! 'LENGTH' is not a recognized built-in function name.@7"},
+        {"SELECT TYPEOF(1)", "! 'TYPEOF' is not a recognized built-in function name.@7"},
+        {"SELECT STRFTIME('%Y', 'now')", "! 'STRFTIME' is not a recognized built-in function name.@7"},
+        {"SELECT TOTAL(Id) FROM Orders", "! 'TOTAL' is not a recognized built-in function name.@7"},
+        {"SELECT GROUP_CONCAT(Id) FROM Orders",
+         "! 'GROUP_CONCAT' is not a recognized built-in function name.@7"},
+        {"SELECT YEAR(''), DAY(''), CONVERT(datetime, '')", "1900|1|1900-01-01"},
+    });
+}
+
 TEST_F(ShopTest, TheClock) {
     const auto server = Connect(shop, QStringLiteral("SQL Server"));
     const auto file = Connect(shop, QStringLiteral("MS Access"));

@@ -85,4 +85,51 @@ TEST(Format, NamesFollowTheLocaleAndSeparatorsDoNot) {
     EXPECT_EQ(Format(At(2003, 1, 31, 15, 4), u"c", german), QStringLiteral("31.01.03 15:04:00"));
 }
 
+TEST(FormatNumber, Pictures) {
+    const struct {
+        double Value;
+        QStringView Format;
+        QStringView Classic;
+        QStringView Server;
+    } rows[] = {
+        {1234.5, u"#,##0.00", u"1,234.50", u"1,234.50"},
+        {-1234.5, u"#,##0.00", u"-1,234.50", u"-1,234.50"},
+        {0.5, u"#.##", u".5", u".5"},
+        {5, u"0.##", u"5.", u"5"},
+        {2.675, u"0.00", u"2.68", u"2.68"},
+        {-0.001, u"0.00", u"0.00", u"0.00"},
+        {999.995, u"#,##0.00", u"1,000.00", u"1,000.00"},
+        {0.1234, u"0.0%", u"12.3%", u"12.3%"},
+        {5551234, u"000-0000", u"555-1234", u"555-1234"},
+        {42, u"00000", u"00042", u"00042"},
+        {1234567, u"#,##0,", u"1,235", u"1,235"},
+        {1234567890, u"0,,.0\\M", u"1234.6M", u"1234.6M"},
+        {12345.678, u"0.00E+00", u"1.23E+04", u"1.23E+04"},
+        {0.00012, u"0.0e-0", u"1.2e-4", u"1.2e-4"},
+        {999999, u"0.0E+0", u"1.0E+6", u"1.0E+6"},
+        {-3, u"0;(0);zero", u"(3)", u"(3)"},
+        {0, u"0;(0);zero", u"zero", u"zero"},
+        {3, u"\"a;b\" 0", u"a;b 3", u"a;b 3"},
+        {3, u"'n'0", u"'n'3", u"n3"},
+        {0, u"#", u"", u""},
+        {1e20, u"0", u"100000000000000000000", u"100000000000000000000"},
+        {7, u"text", u"text", u"text"},
+        {-12.5, u"Currency", u"($12.50)", u""},
+        {0.256, u"percent", u"25.60%", u""},
+        {-1, u"Yes/No", u"Yes", u""},
+        {0, u"On/Off", u"Off", u""},
+        {2.5, u"General Number", u"2.5", u""},
+        {2.5, u"", u"2.5", u"2.5"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(FormatNumber(row.Value, row.Format), row.Classic.toString())
+            << row.Value << qPrintable(row.Format.toString());
+        if (!row.Server.isEmpty()) {
+            EXPECT_EQ(FormatNumber(row.Value, row.Format, PictureStyle::Server), row.Server.toString())
+                << row.Value << qPrintable(row.Format.toString());
+        }
+    }
+    EXPECT_EQ(FormatNumber(1234.5, u"#,##0.00", PictureStyle::Server, QLocale(QLocale::German)), u"1.234,50");
+}
+
 }  // namespace zephrin::text

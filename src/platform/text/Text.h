@@ -29,4 +29,16 @@ std::optional<QDateTime> ToDate(QStringView text, const QLocale& locale = QLocal
 /// locale's separators: what is written here is read by a database.
 QString Format(const QDateTime& value, QStringView format, const QLocale& locale = QLocale());
 
+/// How a picture of a number is read: as the classic run-time does, or as servers do (quotes of both kinds,
+/// no point behind which nothing stands).
+enum class PictureStyle { Classic, Server };
+
+/// Whether a format is for numbers, and not for dates: it has places for digits, or names a form of numbers.
+bool IsNumberFormat(QStringView format);
+/// `value` written by a picture of digits ("#,##0.00;(#,##0.00)", "0.0%", "0.00E+00", "000-0000"), its
+/// sections being for positive, negative and 0; the classic run-time has names for some ("Currency",
+/// "Percent", "Yes/No"). Fifteen digits count, and halves go away from 0.
+QString FormatNumber(double value, QStringView format, PictureStyle style = PictureStyle::Classic,
+                     const QLocale& locale = QLocale::c());
+
 }  // namespace zephrin::text

@@ -34,6 +34,8 @@ constexpr std::array functions{
     FunctionInfo{"ASCII", true, false, 1, 1, Gives::Integer, "t", "zx_asc"},
     FunctionInfo{"UNICODE", true, false, 1, 1, Gives::Integer, "t", "zx_asc"},
     FunctionInfo{"ASC", false, true, 1, 1, Gives::Integer, "t", "zx_asc"},
+    FunctionInfo{"FORMAT", true, false, 2, 3, Gives::Text, "ft", "zx_format"},
+    FunctionInfo{"FORMAT", false, true, 1, 2, Gives::Text, "ft", "zx_format"},
     FunctionInfo{"CONCAT", true, false, 2, 254, Gives::Text, "t", "zx_concat"},
 
     FunctionInfo{"DAY", true, true, 1, 1, Gives::Integer, "d", "zx_day"},

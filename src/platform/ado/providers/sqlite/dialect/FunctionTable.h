@@ -31,8 +31,8 @@ struct FunctionInfo {
     int MostArguments;
     Gives Result;
     /// What each argument becomes, the last letter standing for all further ones: t a text, n a number in
-    /// floating point, i a whole number, x a number of its own type, d a date, c a condition; v and k are
-    /// left as they are.
+    /// floating point, i a whole number, x a number of its own type, d a date, c a condition, f what FORMAT
+    /// writes; v and k are left as they are.
     const char* Takes;
     const char* Runs;
 };

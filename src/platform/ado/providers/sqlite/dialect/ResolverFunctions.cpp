@@ -50,6 +50,12 @@ void Resolver::TakeArgument(ExpressionPtr& argument, char as) const {
         case 'd':
             if (family != Family::Date) ConvertTo(argument, DateType());
             return;
+        case 'f':
+            if (IsOneOf(family, Family::DateTime | Family::Date)) return;
+            if (IsOneOf(family, Numbers)) return ConvertTo(argument, Plain(DataType::Double));
+            if (IsFileDialect(speaks) || IsOneOf(family, Family::Unknown | Family::Null)) return;
+            throw WrongArgument(speaks, NameOf(argument->Type, speaks), QStringLiteral("FORMAT"),
+                                Spelled(argument->At), argument->At.From);
         case 'c':
             return WantCondition(argument.get());
         default:

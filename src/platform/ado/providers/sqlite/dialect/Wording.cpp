@@ -188,6 +188,14 @@ Error WrongOperands(Dialect dialect, const QString& what, const QString& left, c
                QStringLiteral("Data type mismatch in expression '%1'.").arg(shown));
 }
 
+Error WrongArgument(Dialect dialect, const QString& type, const QString& function, const QString& shown,
+                    qsizetype position) {
+    return Say(
+        dialect, FailureNumber::Conversion, position,
+        QStringLiteral("Argument data type %1 is invalid for the %2 function.").arg(type, function.toLower()),
+        QStringLiteral("Data type mismatch in expression '%1'.").arg(shown));
+}
+
 Error NoConversion(Dialect dialect, const QString& from, const QString& to, bool asked, const QString& shown,
                    qsizetype position) {
     return Say(

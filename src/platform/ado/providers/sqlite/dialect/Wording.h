@@ -37,6 +37,8 @@ Error WrongOperand(Dialect dialect, const QString& what, const QString& type, co
                    qsizetype position);
 Error WrongOperands(Dialect dialect, const QString& what, const QString& left, const QString& right,
                     const QString& shown, qsizetype position);
+Error WrongArgument(Dialect dialect, const QString& type, const QString& function, const QString& shown,
+                    qsizetype position);
 Error NoConversion(Dialect dialect, const QString& from, const QString& to, bool asked, const QString& shown,
                    qsizetype position);
 Error NotACondition(Dialect dialect, const QString& shown, qsizetype position);

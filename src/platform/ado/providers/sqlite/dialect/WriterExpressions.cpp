@@ -189,7 +189,11 @@ void Writer::WriteFunction(const Expression& call) {
     const bool exact = ofNumber && IsOneOf(FamilyOf(call.Type), Family::Decimal | Family::Money);
     const bool whole = ofNumber && FamilyOf(call.Type) == Family::Whole;
     if (whole) out << "zx_whole(";
-    const QByteArray runs = info.Runs;
+    QByteArray runs = info.Runs;
+    if (call.Name == u"FORMAT") {
+        const Family given = FamilyOf(call.Operands.front()->Type);
+        runs += IsOneOf(given, Family::DateTime | Family::Date) ? "_date" : "_value";
+    }
     const bool own = runs.startsWith("zx_") && !exact && !call.Operands.empty();
     if (own)
         WriteCallAt(runs, call);

@@ -46,8 +46,8 @@ int Collate(void*, int leftBytes, const void* left, int rightBytes, const void* 
 
 void RegisterFunctions(sqlite3* database, Dialect dialect) {
     for (const QList<FunctionEntry>& entries :
-         {TextFunctions(), MathFunctions(), DateFunctions(), OperatorFunctions(), ArithmeticFunctions(),
-          ConversionFunctions(), SchemaFunctions()}) {
+         {TextFunctions(), MathFunctions(), DateFunctions(), FormatFunctions(), OperatorFunctions(),
+          ArithmeticFunctions(), ConversionFunctions(), SchemaFunctions()}) {
         for (const FunctionEntry& entry : entries) {
             const int flags = SQLITE_UTF8 | (entry.Deterministic ? SQLITE_DETERMINISTIC : 0) |
                               (entry.From == CalledFrom::Anywhere ? SQLITE_INNOCUOUS : SQLITE_DIRECTONLY);

@@ -10,6 +10,7 @@ namespace zephrin::ado::providers::sqlite {
 QList<FunctionEntry> TextFunctions();
 QList<FunctionEntry> MathFunctions();
 QList<FunctionEntry> DateFunctions();
+QList<FunctionEntry> FormatFunctions();
 QList<FunctionEntry> OperatorFunctions();
 QList<FunctionEntry> ArithmeticFunctions();
 QList<FunctionEntry> ConversionFunctions();
