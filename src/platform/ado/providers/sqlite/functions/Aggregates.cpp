@@ -7,6 +7,7 @@
 #include <QLocale>
 
 #include <cmath>
+#include <cstdint>
 #include <new>
 
 namespace zephrin::ado::providers::sqlite {
@@ -29,8 +30,12 @@ struct Spread {
 
 template <typename State>
 State* StateOf(sqlite3_context* context) {
-    // Comes zeroed, and so is what a new State would be.
-    return static_cast<State*>(sqlite3_aggregate_context(context, sizeof(State)));
+    // Comes zeroed, and so is what a new State would be; but with no more than the alignment of a pointer,
+    // and exact numbers want a stricter one.
+    constexpr std::uintptr_t alignment = alignof(State);
+    void* const memory = sqlite3_aggregate_context(context, int(sizeof(State) + alignment - 1));
+    return reinterpret_cast<State*>((reinterpret_cast<std::uintptr_t>(memory) + alignment - 1) / alignment *
+                                    alignment);
 }
 
 /// Ends the statement where a column of numbers holds something else.
