@@ -41,6 +41,11 @@ QString Call::Text(int index) const {
     return TextOf(values[index]);
 }
 
+std::string_view Call::Bytes(int index) const {
+    const void* const text = sqlite3_value_text(values[index]);
+    return {static_cast<const char*>(text), text ? size_t(sqlite3_value_bytes(values[index])) : 0};
+}
+
 std::optional<double> Call::Number(int index) {
     const int storage = Storage(index);
     if (storage == SQLITE_INTEGER || storage == SQLITE_FLOAT) return sqlite3_value_double(values[index]);

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <sqlite3.h>
+#include <string_view>
 
 namespace zephrin::ado::providers::sqlite {
 
@@ -31,6 +32,8 @@ class Call {
 
     /// A number becomes text as it is displayed.
     QString Text(int index) const;
+    /// A text as the engine has it, in UTF-8.
+    std::string_view Bytes(int index) const;
     std::optional<double> Number(int index);
     /// A number, rounded to the even neighbour where it lies between two.
     std::optional<qint64> Whole(int index);

@@ -4,6 +4,8 @@
 
 #include <QList>
 
+#include <string_view>
+
 namespace zephrin::ado::providers::sqlite {
 
 /// The functions that a translated statement may call, by what they work on.
@@ -24,6 +26,8 @@ void RegisterFunctions(sqlite3* database, Dialect dialect);
 /// `escape` takes its meaning from the character behind it; 0 for none. `padded`: blanks that the text has at
 /// its end beyond the pattern don't count, as with char and varchar.
 bool IsLike(QStringView text, QStringView pattern, QChar escape = QChar(), bool padded = false);
+/// The same of UTF-8, without an escape.
+bool IsLike(std::string_view text, std::string_view pattern, bool padded);
 
 /// A date as the server writes it in a style of CONVERT, or nothing for a style that is not there.
 std::optional<QString> DateInStyle(qint64 ticks, int style);

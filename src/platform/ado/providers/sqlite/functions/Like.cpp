@@ -1,12 +1,27 @@
 #include "platform/ado/TextOrder.h"
 #include "platform/ado/providers/sqlite/functions/Functions.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace zephrin::ado::providers::sqlite {
 
 namespace {
 
 char16_t Folded(QChar character) {
     return character.toCaseFolded().unicode();
+}
+
+char16_t Folded(char16_t character) {
+    return Folded(QChar(character));
+}
+
+char Folded(char character) {
+    return character >= 'A' && character <= 'Z' ? char(character + 32) : character;
+}
+
+bool IsPlain(std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](char byte) { return (byte & 0x80) != 0; });
 }
 
 /// Reads the set that opens at `at`; leaves `at` behind its end. False where it has none, and then it is no
@@ -39,49 +54,81 @@ bool InSet(QStringView pattern, qsizetype& at, QChar character, bool& matches) {
     return true;
 }
 
-}  // namespace
-
-bool IsLike(QStringView text, QStringView pattern, QChar escape, bool padded) {
-    qsizetype content = text.size();
-    while (padded && content > 0 && text[content - 1] == u' ') --content;
-    qsizetype inText = 0;
-    qsizetype inPattern = 0;
+/// The walk through text and pattern, on UTF-16 or on plain bytes; the latter has no sets. `content`: where
+/// blanks at the end begin that don't count, or the end.
+template <class Character>
+bool Fits(std::basic_string_view<Character> text, std::basic_string_view<Character> pattern, Character escape,
+          size_t content) {
+    constexpr size_t none = std::basic_string_view<Character>::npos;
+    size_t inText = 0;
+    size_t inPattern = 0;
     // Where to go on after the last % took one character more.
-    qsizetype retryPattern = -1;
-    qsizetype retryText = 0;
+    size_t retryPattern = none;
+    size_t retryText = 0;
     while (inText < text.size()) {
         if (inPattern == pattern.size() && inText >= content) return true;
         bool fits = false;
         if (inPattern < pattern.size()) {
-            const QChar next = pattern[inPattern];
-            if (!escape.isNull() && next == escape && inPattern + 1 < pattern.size()) {
+            const Character next = pattern[inPattern];
+            bool isSet = false;
+            if (escape != 0 && next == escape && inPattern + 1 < pattern.size()) {
                 fits = Folded(pattern[inPattern + 1]) == Folded(text[inText]);
                 if (fits) inPattern += 2;
-            } else if (next == u'%') {
+            } else if (next == '%') {
                 retryPattern = ++inPattern;
                 retryText = inText;
                 continue;
-            } else if (next == u'_') {
+            } else if (next == '_') {
                 fits = true;
                 ++inPattern;
-            } else if (qsizetype behind = inPattern;
-                       next != u'[' || !InSet(pattern, behind, text[inText], fits)) {
-                fits = Folded(next) == Folded(text[inText]);
-                ++inPattern;
             } else {
-                inPattern = behind;
+                if constexpr (sizeof(Character) > 1) {
+                    qsizetype behind = qsizetype(inPattern);
+                    isSet = next == '[' && InSet(QStringView(pattern.data(), qsizetype(pattern.size())),
+                                                 behind, QChar(text[inText]), fits);
+                    if (isSet) inPattern = size_t(behind);
+                }
+                if (!isSet) {
+                    fits = Folded(next) == Folded(text[inText]);
+                    ++inPattern;
+                }
             }
         }
         if (fits) {
             ++inText;
             continue;
         }
-        if (retryPattern < 0) return false;
+        if (retryPattern == none) return false;
         inPattern = retryPattern;
         inText = ++retryText;
     }
-    while (inPattern < pattern.size() && pattern[inPattern] == u'%') ++inPattern;
+    while (inPattern < pattern.size() && pattern[inPattern] == '%') ++inPattern;
     return inPattern == pattern.size();
+}
+
+template <class Character>
+size_t ContentOf(std::basic_string_view<Character> text, bool padded) {
+    size_t content = text.size();
+    while (padded && content > 0 && text[content - 1] == ' ') --content;
+    return content;
+}
+
+std::u16string_view Wide(QStringView text) {
+    return {text.utf16(), size_t(text.size())};
+}
+
+}  // namespace
+
+bool IsLike(QStringView text, QStringView pattern, QChar escape, bool padded) {
+    return Fits(Wide(text), Wide(pattern), escape.unicode(), ContentOf(Wide(text), padded));
+}
+
+bool IsLike(std::string_view text, std::string_view pattern, bool padded) {
+    // Bytes are characters where both are of ASCII, as most are.
+    if (IsPlain(text) && IsPlain(pattern) && pattern.find('[') == std::string_view::npos)
+        return Fits(text, pattern, '\0', ContentOf(text, padded));
+    return IsLike(QString::fromUtf8(text.data(), qsizetype(text.size())),
+                  QString::fromUtf8(pattern.data(), qsizetype(pattern.size())), QChar(), padded);
 }
 
 }  // namespace zephrin::ado::providers::sqlite

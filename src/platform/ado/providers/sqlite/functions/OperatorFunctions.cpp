@@ -83,6 +83,8 @@ void ExclusiveOr(Call& call) {
 template <bool Padded>
 void Like(Call& call) {
     if (call.AnyNull()) return call.ReturnNull();
+    if (call.Count() == 2 && call.Storage(0) == SQLITE_TEXT && call.Storage(1) == SQLITE_TEXT)
+        return call.Return(qint64(IsLike(call.Bytes(0), call.Bytes(1), Padded)));
     const QString escape = call.Count() > 2 ? call.Text(2) : QString();
     if (escape.size() > 1)
         return call.Fail(QStringLiteral("The escape of LIKE must be one character."),
