@@ -204,7 +204,7 @@ TEST_F(ShopTest, Formats) {
          "'de-DE')",
          "1.234,50|4. Juli 1996"},
         {"SELECT FORMAT(1234.5, 'N', 'xx-YY')",
-         "! The culture parameter 'xx-YY' provided in the function call is not supported."},
+         "! The culture parameter 'xx-YY' provided in the function call is not supported.@7"},
         {"SELECT FORMAT(NULL, 'N'), FORMAT(Total, NULL) FROM Orders WHERE Id = 10", "~|~"},
         {"SELECT FORMAT(Name, 'N') FROM Customers",
          "! Argument data type nvarchar is invalid for the format function.@14"},
