@@ -51,9 +51,9 @@ QByteArray CurrencyDigits(std::int64_t tenThousandths) {
 /// A moment as the day number that a sheet counts in, or as text before the first day that it knows.
 void AppendMoment(QByteArray& out, std::int64_t days, std::int64_t ticks, CellStyle style) {
     const double serial = DaySerial(days);
-    // A sheet tells milliseconds apart; the last instants of a day would else be rounded into the next one,
-    // which after the year 9999 there isn't.
-    ticks -= ticks % (ado::TicksPerSecond / 1000);
+    // A sheet rounds to milliseconds. The last half of one would become the next day, which after the year
+    // 9999 there isn't.
+    if (ado::TicksPerDay - ticks <= ado::TicksPerSecond / 2000) ticks -= ticks % ado::TicksPerSecond;
     if (serial >= 0) {
         AppendNumberCell(out, serial + static_cast<double>(ticks) / static_cast<double>(ado::TicksPerDay),
                          style);
