@@ -4,9 +4,9 @@
 #include <zephrin/ado/Recordset.h>
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QStandardPaths>
 
 namespace demo {
@@ -16,9 +16,21 @@ namespace {
 const QString databaseName = QStringLiteral("shop.db");
 const QString queriesName = QStringLiteral("queries");
 
+/// A copy is there whole or not at all, also when the disk is full; half a database would be taken for one at
+/// the next start.
 bool CopyMissing(const QString& from, const QString& to) {
-    return QFile::exists(to) ||
-           (QFile::copy(from, to) && QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner));
+    if (QFile::exists(to)) return true;
+    QFile source(from);
+    QSaveFile copy(to);
+    if (!source.open(QIODevice::ReadOnly) || !copy.open(QIODevice::WriteOnly) ||
+        !copy.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
+        return false;
+    while (!source.atEnd()) {
+        const QByteArray piece = source.read(1 << 20);
+        if (piece.isEmpty() || copy.write(piece) != piece.size()) return false;
+    }
+    // What stands in a buffer is written by commit() too, which doesn't say whether it could.
+    return copy.flush() && copy.commit();
 }
 
 /// A saved query names its companions and its database by their full paths: these become the ones of the
@@ -39,14 +51,19 @@ void CopyMaster(const QString& from, const QDir& folder, const QString& database
 
 /// The master of a query comes last, so that there is none without its companions.
 void CopyQueries(const QDir& from, const QDir& to, const QString& database) {
-    for (const QFileInfo& file : from.entryInfoList({QStringLiteral("*.dat")}, QDir::Files))
-        CopyMissing(file.filePath(), to.filePath(file.fileName()));
+    for (const QFileInfo& file : from.entryInfoList({QStringLiteral("*.dat")}, QDir::Files)) {
+        const QString copy = to.filePath(file.fileName());
+        if (!CopyMissing(file.filePath(), copy))
+            throw zephrin::ado::Error(zephrin::ado::ErrorNumber::WriteFile,
+                                      copy + QStringLiteral(" can not be written"));
+    }
     for (const QFileInfo& file : from.entryInfoList({QStringLiteral("*.zpb")}, QDir::Files))
         if (!to.exists(file.fileName())) CopyMaster(file.filePath(), to, database);
 }
 
-/// Without a place to write, the installed database can still be read.
-SampleData CopyFor(const QDir& user, const QDir& installed) {
+}  // namespace
+
+SampleData CopySamples(const QDir& user, const QDir& installed) {
     SampleData data{user.filePath(databaseName), user.filePath(queriesName)};
     if (!user.mkpath(queriesName) || !CopyMissing(installed.filePath(databaseName), data.Database))
         return {installed.filePath(databaseName), {}};
@@ -58,13 +75,12 @@ SampleData CopyFor(const QDir& user, const QDir& installed) {
     return data;
 }
 
-}  // namespace
-
 SampleData FindSampleData() {
     const QDir program(QCoreApplication::applicationDirPath());
     const QDir installed(program.filePath(QStringLiteral("../share/zephrin-demo")));
     if (installed.exists(databaseName))
-        return CopyFor(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)), installed);
+        return CopySamples(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)),
+                           installed);
     return {QDir::cleanPath(program.filePath(QStringLiteral("../shop/") + databaseName)),
             QDir::cleanPath(program.filePath(QStringLiteral("../") + queriesName))};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDir>
 #include <QString>
 
 namespace demo {
@@ -14,5 +15,9 @@ struct SampleData {
 /// whose own nobody may write, each user gets a copy, made at the first start: views and queries can be
 /// stored there.
 SampleData FindSampleData();
+
+/// The copies of `user`, made where they are missing. Without a place to write, the installed database can
+/// still be read.
+SampleData CopySamples(const QDir& user, const QDir& installed);
 
 }  // namespace demo
