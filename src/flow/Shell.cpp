@@ -22,10 +22,8 @@ namespace {
 constexpr int runButtonBesideView = 855;
 constexpr int runButtonAlone = 1245;
 
-/// What a showing must not find of the one before.
-void StartAfresh(ZPGGlobalDeclarations& state) {
-    ++state.Showing;
-    state.colTables = state.OfferedTables;
+/// What a query must not find of the one before.
+void ClearExchange(ZPGGlobalDeclarations& state) {
     state.CurrentSQL.clear();
     state.CurrentCellText.clear();
     state.CriteriaChanged = false;
@@ -56,14 +54,19 @@ void FillOperatorTokens(FormState& form) {
         QStringLiteral("IS NOT NULL"), QStringLiteral("BETWEEN")};
 }
 
-/// Every showing opens on its first tab; the build-query tab is always there.
-void ShowFirstTab(ZPGGlobalDeclarations& state) {
-    TabState& tabs = state.Form->TabZPG;
+/// The build-query tab is always there.
+void OfferTabs(ZPGGlobalDeclarations& state) {
     const RunOptions& options = state.Options;
-    tabs.TabVisible = {options.gAllowTableSelection, options.gAllowJoinCreation, options.gAllowFieldSelection,
-                       true, options.gAllowShowResults};
-    tabs.Tab = 0;
-    while (!tabs.TabVisible[static_cast<std::size_t>(tabs.Tab)]) ++tabs.Tab;
+    state.Form->TabZPG.TabVisible = {options.gAllowTableSelection, options.gAllowJoinCreation,
+                                     options.gAllowFieldSelection, true, options.gAllowShowResults};
+}
+
+/// Every query is begun where there is something to do: on the first tab that is there and open.
+void ShowFirstTab(TabState& tabs) {
+    const auto isOpen = [&tabs](std::size_t tab) { return tabs.TabVisible[tab] && tabs.TabEnabled[tab]; };
+    std::size_t tab = 0;
+    while (tab + 1 < tabs.TabVisible.size() && !isOpen(tab)) ++tab;
+    tabs.Tab = static_cast<int>(tab);
 }
 
 void OfferTables(ZPGGlobalDeclarations& state) {
@@ -84,6 +87,21 @@ void StartOnFixedTables(ZPGGlobalDeclarations& state) {
     AssembleStatement(state);
     SetOptionControls(state, state.colTables.Count());
     ApplySingleTableMode(state);
+}
+
+/// Everything that form load makes before it looks for a query: the form of a query that nobody has begun.
+void PrepareForm(ZPGGlobalDeclarations& state) {
+    ClearExchange(state);
+    state.colTables = state.OfferedTables;
+    ConnectHandlers(state);
+    ArrangeForDialect(state);
+    ApplyOptions(state);
+    SetStatusText(state, QStringLiteral("Ready .."));
+    FillOperatorTokens(*state.Form);
+    OfferTabs(state);
+    ShowFirstTab(state.Form->TabZPG);
+    OfferTables(state);
+    CreateWorkingRecordsets(state);
 }
 
 void StartOnTableTab(ZPGGlobalDeclarations& state) {
@@ -229,23 +247,22 @@ bool IsShown(const FormState& form, WizardTab tab) {
 }  // namespace
 
 bool LoadForm(ZPGGlobalDeclarations& state) {
-    StartAfresh(state);
-    ConnectHandlers(state);
-    const int showing = state.Showing;
+    const int showing = ++state.Showing;
     try {
-        ArrangeForDialect(state);
-        ApplyOptions(state);
-        SetStatusText(state, QStringLiteral("Ready .."));
-        FillOperatorTokens(*state.Form);
-        ShowFirstTab(state);
-        OfferTables(state);
-        CreateWorkingRecordsets(state);
+        PrepareForm(state);
         if (Start(state)) return true;
     } catch (const ado::Error& error) {
         if (state.Showing == showing) TellLoadFailure(state, error.Description());
     }
     if (state.Showing == showing) state.gClosingSilently = true;
     return false;
+}
+
+void StartNewQuery(ZPGGlobalDeclarations& state) {
+    ++state.Showing;
+    ReleaseWorkingRecordsets(state);
+    state.Form = std::make_shared<FormState>();
+    PrepareForm(state);
 }
 
 void FinishOpening(ZPGGlobalDeclarations& state) {
@@ -255,6 +272,8 @@ void FinishOpening(ZPGGlobalDeclarations& state) {
     form.cmdRunQuery.Enabled = true;
     if (form.lstZPQTableTo.Items.ListCount() > 1)
         form.TabZPG.TabEnabled[static_cast<int>(WizardTab::Joins)] = true;
+    UnlockJoinTables(state, false);
+    ShowFirstTab(form.TabZPG);
 }
 
 void ArrangeForDialect(ZPGGlobalDeclarations& state) {

@@ -197,6 +197,8 @@ struct FormState {
     // -----------------------------------------------------------------------------------------
     /// Path of the query in hand; not empty right after one was opened, emptied by a failure.
     QString QueryPath;
+    /// What the query was when it was opened or saved last (see DescribeQuery); empty while it never was.
+    QStringList KeptQuery;
 };
 
 }  // namespace zephrin

@@ -116,8 +116,9 @@ struct ZPGGlobalDeclarations {
     /// The form of the showing in hand; never null (an unused one stands between two showings, and unload puts a fresh
     /// one there). Widgets keep a pointer of their own, so that what they show lives as long as they do.
     std::shared_ptr<FormState> Form;
-    /// Goes up at every load and unload. Whoever let the user or the host in (a box, an event) compares it with what it
-    /// was before, and does nothing more on a showing that is over.
+    /// Goes up at every load and unload, and when another query takes the place of the one in hand. Whoever let the user
+    /// or the host in (a box, an event) compares it with what it was before, and does nothing more on a showing that is
+    /// over.
     int Showing = 0;
     /// Makes the form that is open show this state at once; empty while there is none. Whoever makes the user wait in
     /// the middle of an operation (a statement that runs, an export) calls it through ShowFormNow.

@@ -5,6 +5,7 @@
 #include "flow/Shell.h"
 #include "flow/TableTab.h"
 #include "runstate/Dialect.h"
+#include "savedquery/QueryChanges.h"
 #include "savedquery/QueryValues.h"
 #include "savedquery/ReadFamily.h"
 #include "savedquery/RestoreRows.h"
@@ -20,15 +21,21 @@ QString AskForFile(ZPGGlobalDeclarations& state) {
     Prompts::FileChoice choice;
     choice.Title = QStringLiteral("Open Saved Query");
     choice.Filter = QueryFilter();
+    choice.MustExist = true;
     return state.UserPrompts->ShowOpen(choice);
 }
 
-/// The box speaks the language of the run, the text for the host is always English.
-void TellUnreadable(ZPGGlobalDeclarations& state, const QString& path) {
-    const int showing = state.Showing;
+void TellUnreadable(const ZPGGlobalDeclarations& state, const QString& path) {
     const QString text = ResString(state, 199) + u' ' + path + QStringLiteral("  ") + ResString(state, 200) +
                          QStringLiteral("\r\n") + ResString(state, 201);
     state.UserPrompts->MsgBox(text, BoxStyle::Critical, ResString(state, 202) + u' ' + path);
+}
+
+/// A query that should have been there from the beginning is told to the host as well: the box speaks the
+/// language of the run, the text for the host is always English.
+void FailLoad(ZPGGlobalDeclarations& state, const QString& path) {
+    const int showing = state.Showing;
+    TellUnreadable(state, path);
     if (state.Showing != showing) return;
     state.gClosingSilently = true;
     state.gLoadError =
@@ -160,35 +167,47 @@ void RestoreForm(ZPGGlobalDeclarations& state, const SavedFamily& family) {
         Collection(state.Options.gAllowTableSelection ? values->Tables + unchosen : values->Tables);
 }
 
+OpenOutcome Restore(ZPGGlobalDeclarations& state, const QString& path, SavedFamily& family) {
+    const int showing = state.Showing;
+    state.Form->QueryPath = path;
+    const QString connectionError = Connect(state, family.Master);
+    if (state.Showing != showing) return OpenOutcome::Cancelled;
+    RestoreRecordsets(state, family);
+    RebuildJoinText(state);
+    RestoreForm(state, family);
+    state.Form->TablesChanged = state.Options.gAllowTableSelection;
+    SetTabsForTables(state, true, QStringLiteral("OpenQuery"));
+    ShowSqlView(state);
+    BuildSelFields(state);
+    ChooseQueryMode(state, 0);
+    KeepQuery(state);
+    SetStatusText(state, OpenedText(connectionError, family));
+    return OpenOutcome::Opened;
+}
+
 }  // namespace
 
 OpenOutcome OpenSavedQuery(ZPGGlobalDeclarations& state, const QString& given) {
-    FormState& form = *state.Form;
     const int showing = state.Showing;
     const QString path = given.isEmpty() ? AskForFile(state) : given;
+    if (state.Showing != showing || path.isEmpty()) return OpenOutcome::Cancelled;
+    if (std::optional<SavedFamily> family = ReadFamily(path)) return Restore(state, path, *family);
+    FailLoad(state, path);
+    return OpenOutcome::Failed;
+}
+
+OpenOutcome OpenFromButton(ZPGGlobalDeclarations& state) {
+    const int showing = state.Showing;
+    if (!MayLeaveQuery(state)) return OpenOutcome::Cancelled;
+    const QString path = AskForFile(state);
     if (state.Showing != showing || path.isEmpty()) return OpenOutcome::Cancelled;
     std::optional<SavedFamily> family = ReadFamily(path);
     if (!family) {
         TellUnreadable(state, path);
         return OpenOutcome::Failed;
     }
-    form.QueryPath = path;
-    const QString connectionError = Connect(state, family->Master);
-    if (state.Showing != showing) return OpenOutcome::Cancelled;
-    RestoreRecordsets(state, *family);
-    RebuildJoinText(state);
-    RestoreForm(state, *family);
-    form.TablesChanged = state.Options.gAllowTableSelection;
-    SetTabsForTables(state, true, QStringLiteral("OpenQuery"));
-    ShowSqlView(state);
-    BuildSelFields(state);
-    ChooseQueryMode(state, 0);
-    SetStatusText(state, OpenedText(connectionError, *family));
-    return OpenOutcome::Opened;
-}
-
-OpenOutcome OpenFromButton(ZPGGlobalDeclarations& state) {
-    const OpenOutcome outcome = OpenSavedQuery(state, {});
+    StartNewQuery(state);
+    const OpenOutcome outcome = Restore(state, path, *family);
     if (outcome == OpenOutcome::Opened) FinishOpening(state);
     return outcome;
 }

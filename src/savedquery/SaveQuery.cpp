@@ -3,6 +3,7 @@
 #include "flow/FieldTab.h"
 #include "platform/files/Disk.h"
 #include "runstate/clsBridge.h"
+#include "savedquery/QueryChanges.h"
 #include "savedquery/QueryFamily.h"
 #include "savedquery/QueryMaster.h"
 #include "savedquery/QueryValues.h"
@@ -103,6 +104,7 @@ SaveOutcome SaveQuery(ZPGGlobalDeclarations& state) {
     } catch (const ado::Error& error) {
         return failed(error.Description());
     }
+    if (leftOut.isEmpty()) KeepQuery(state);
     SetStatusText(state, SavedText(MasterPath(base), leftOut));
     state.Bridge().PassSavedQueryName(name);
     return SaveOutcome::Saved;

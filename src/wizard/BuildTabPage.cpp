@@ -207,6 +207,8 @@ void BuildTabPage::ShowStatement(FormState& form) {
     fraQueryOptions->setVisible(form.fraQueryOptions.Visible && hasOptions);
     ShowColouredText(txtSQL, form.txtSQL);
     ShowGrid(dgrSQL, form.dgrSQL);
+    // A query that is begun anew is shown in one pane.
+    while (!form.cmdDeleteSplit.Enabled && dgrSQL->SplitCount() > 1) dgrSQL->RemoveSplit();
     dgrSQL->SetColumnButton(-1, form.dgrSQL.ColumnButtons);
     ShowControl(fraTxt, form.fraTxt);
     ShowControl(txtField, form.txtField);

@@ -107,6 +107,9 @@ void ResultsTabPage::ShowTruncation(const GridState& grid) {
 void ResultsTabPage::ShowState(FormState& form) {
     ShowColouredText(txtSQLErrors, form.txtSQLErrors);
     ShowGrid(dgrQueryResults, form.dgrQueryResults);
+    // A query that is begun anew is shown in one pane.
+    while (!form.cmdResDeleteSplit.Enabled && dgrQueryResults->SplitCount() > 1)
+        dgrQueryResults->RemoveSplit();
     dgrQueryResults->MarkColumn(form.dgrQueryResults.DataSource ? form.SortColumn : -1);
     dgrQueryResults->SetEmptyText(form.dgrQueryResults.DataSource ? tr("No rows")
                                                                   : tr("No query has run yet."));

@@ -1,7 +1,6 @@
 #include "wizard/frmZPG.h"
 
 #include "flow/Shell.h"
-#include "savedquery/OpenQuery.h"
 #include "savedquery/SaveQuery.h"
 #include "wizard/Guarded.h"
 #include "wizard/Look.h"
@@ -54,16 +53,6 @@ void frmZPG::Private::TabChosen(int index) {
 }
 
 // --- Closing ---
-
-void frmZPG::Private::OpenQuery() {
-    const Handler handler(this);
-    OpenOutcome outcome = OpenOutcome::Cancelled;
-    Run([&outcome](ZPGGlobalDeclarations& run) {
-        outcome = OpenFromButton(run);
-    });
-    // Where no query can be read the wizard closes, as it does at the start.
-    if (outcome == OpenOutcome::Failed && handler.FormIsThere()) q->close();
-}
 
 bool frmZPG::Private::AskBeforeClosing() {
     const auto run = state;

@@ -36,7 +36,6 @@ class frmZPG::Private : public WizardHost {
     void ShowStatus(const QString& text);
     void TakeFocus();
     void TabChosen(int index);
-    void OpenQuery();
     bool AskBeforeClosing();
     /// Unloads once; the text is that of a failed load.
     QString Unload();

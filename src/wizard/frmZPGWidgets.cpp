@@ -2,6 +2,7 @@
 
 #include "flow/Shell.h"
 #include "resources/Icons.h"
+#include "savedquery/OpenQuery.h"
 #include "savedquery/SaveQuery.h"
 #include "wizard/Build.h"
 #include "wizard/BuildTabPage.h"
@@ -78,7 +79,8 @@ QWidget* frmZPG::Private::MakeFoot() {
             [this] { RunCommitted([](ZPGGlobalDeclarations& run) { SaveQuery(run); }); });
     connect(cmdDeleteQuery, &QPushButton::clicked, q,
             [this] { Run([](ZPGGlobalDeclarations& run) { DeleteQuery(run); }); });
-    connect(cmdOpenQuery, &QPushButton::clicked, q, [this] { OpenQuery(); });
+    connect(cmdOpenQuery, &QPushButton::clicked, q,
+            [this] { RunCommitted([](ZPGGlobalDeclarations& run) { OpenFromButton(run); }); });
     return foot;
 }
 

@@ -183,6 +183,7 @@ TEST(Liveness, TheControlMayGoWhereverAWayOutLetsTheHostIn) {
          3},
         {"open what is missing",
          [](GoingHost& h) {
+             h.prompts->Answers = {BoxAnswer::No};
              h.prompts->Paths = {h.Path("Nothing.zpb")};
              h.Press("cmdOpenQuery");
          },

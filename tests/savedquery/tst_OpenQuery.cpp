@@ -175,6 +175,7 @@ TEST(OpenQuery, TheButtonAsksAndCancelChangesNothing) {
     run.Choose();
     const std::string before = Picture(run.state);
     run.state.gQueryName = run.Path("host.zpb");
+    run.prompts->Answers = {BoxAnswer::No};
     EXPECT_EQ(OpenFromButton(run.state), OpenOutcome::Cancelled);
     EXPECT_EQ(Picture(run.state), before);
     EXPECT_EQ(run.prompts->Choices.last().Title, QStringLiteral("Open Saved Query"));
