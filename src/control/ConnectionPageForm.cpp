@@ -1,5 +1,6 @@
 #include "control/ConnectionPageForm.h"
 
+#include "platform/controls/QuietWheel.h"
 #include "wizard/TextDelegate.h"
 
 #include <QComboBox>
@@ -84,6 +85,7 @@ ConnectionPageForm::ConnectionPageForm(QWidget* page)
       txtCommandTimeout(MakeSeconds("txtCommandTimeout",
                                     Caption("Seconds to wait for a statement; 0 waits for ever."),
                                     fraConnection)) {
+    controls::KeepWheelAway(cmbZPGCommandType);
     fraConnection->setTitle(Caption("Connection and Record Source"));
     cmdBuildConnection->setText(Caption("B&uild..."));
     cmbZPGCommandType->addItems({QStringLiteral("Tables"), QStringLiteral("Views"), QStringLiteral("Both")});

@@ -110,6 +110,17 @@ QList<int> ConnectionPageState::SelTablesClicked(QList<int> rows) {
     return rows;
 }
 
+QList<int> ConnectionPageState::ChosenRows() const {
+    QList<int> rows;
+    for (int row = 1; row < lstZPGSelTables.size(); ++row) {
+        const QString& table = lstZPGSelTables[row];
+        const QString bare = table.mid(run->gDelimOpen.size()).chopped(run->gDelimClose.size());
+        for (const QString& name : {table, bare})
+            if (lstZPGSelectedTables.contains(name, Qt::CaseInsensitive) && !rows.contains(row)) rows << row;
+    }
+    return rows;
+}
+
 bool ConnectionPageState::ConnectionTimeoutChanged(const QString& text) {
     return TimeoutChanged(txtConnectionTimeout, text);
 }

@@ -58,6 +58,8 @@ class ConnectionPageState {
     /// Chooses the tables in these rows of the offer. Row 0 stands for all the others. Returns the rows that
     /// are selected from then on.
     QList<int> SelTablesClicked(QList<int> rows);
+    /// The rows of the offer that hold chosen tables, with or without their delimiters.
+    QList<int> ChosenRows() const;
     /// False when the text is no number; it stands all the same.
     bool ConnectionTimeoutChanged(const QString& text);
     bool CommandTimeoutChanged(const QString& text);

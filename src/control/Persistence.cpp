@@ -106,8 +106,15 @@ bool FromStored(const QVariant& stored, bool other) {
     return word.compare(u"false", Qt::CaseInsensitive) != 0 && other;
 }
 
+/// A bag that keeps texts alone has a font as the text that fonts make of themselves, and its size tells it
+/// from a text that is none.
 QFont FromStored(const QVariant& stored, const QFont& other) {
-    return stored.typeId() == QMetaType::QFont ? stored.value<QFont>() : other;
+    if (stored.typeId() == QMetaType::QFont) return stored.value<QFont>();
+    const QString text = stored.typeId() == QMetaType::QByteArray ? QString::fromUtf8(stored.toByteArray())
+                                                                  : stored.toString();
+    const qsizetype parts = text.count(u',') + 1;
+    QFont font;
+    return parts >= 10 && parts <= 17 && text.front() != u',' && font.fromString(text) ? font : other;
 }
 
 QIcon FromStored(const QVariant& stored, const QIcon& other) {

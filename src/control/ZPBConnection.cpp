@@ -96,6 +96,7 @@ class Q_DECL_HIDDEN ZPBConnection::Private {
     /// Runs something that may connect, shows the outcome and tells of a failure. The page may be gone after
     /// it.
     void Connect(const std::function<ConnectionErrors(ConnectionPageState&)>& work);
+    void SelectChosen();
     /// Shows the state, and at the end tells of the mark when that has changed.
     void Show();
 
@@ -137,6 +138,8 @@ std::shared_ptr<Prompts> ZPBConnection::Private::DefaultUserPrompts() {
 
 void ZPBConnection::Private::SelectionChanged(QObject* control) {
     selected = control;
+    const QVariant caption = control ? control->property("ZPBRunTimeControlCaption") : QVariant();
+    if (caption.isValid()) state->Run().Options.gRunTimeCaption = caption.toString();
     const ConnectionSettings settings = control ? SettingsOf(*control) : ConnectionSettings();
     Connect([&settings](ConnectionPageState& run) { return run.Fill(settings); });
 }
@@ -203,15 +206,19 @@ void ZPBConnection::Private::Connect(const std::function<ConnectionErrors(Connec
         pointer.Show(MousePointer::Hourglass);
         errors = work(*run);
     }
-    if (alive && errors.IsEmpty()) {
-        // An offer is new also when it reads as the one before.
-        const QSignalBlocker quiet(form.lstZPGSelTables);
-        form.lstZPGSelTables->clearSelection();
-    }
     if (alive) Show();
+    if (alive && errors.IsEmpty()) SelectChosen();
     if (!errors.IsEmpty())
         asked->MsgBox(errors.Items.join(QStringLiteral("\r\n")), BoxStyle::OkOnly,
                       run->Run().Options.gRunTimeCaption);
+}
+
+/// An offer is new also when it reads as the one before: what is chosen already is what is selected in it.
+void ZPBConnection::Private::SelectChosen() {
+    const QSignalBlocker quiet(form.lstZPGSelTables);
+    form.lstZPGSelTables->clearSelection();
+    const QList<int> rows = state->ChosenRows();
+    for (const int row : rows) form.lstZPGSelTables->item(row)->setSelected(true);
 }
 
 void ZPBConnection::Private::Show() {

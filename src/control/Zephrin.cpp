@@ -52,13 +52,24 @@ void Zephrin::ZPBMakeConnection(const QString& connectionString, const QString& 
         Q_EMIT ZPBAlreadyLoaded();
         return;
     }
-    state->gOpenQuery = openQuery || !queryName.isEmpty();
+    const bool opensQuery = openQuery || !queryName.isEmpty();
+    Private::ConnectArguments arguments{connectionString, userName,       password,
+                                        connectTimeout,   commandTimeout, removeSystemTables};
+    if (!opensQuery && !d->HasConnection(arguments)) {
+        d->AskForConnection(arguments);
+        if (!alive) return;
+        // Behind the prompt the host may have shown a wizard.
+        if (frmZPG::OpenForm()) {
+            Q_EMIT ZPBAlreadyLoaded();
+            return;
+        }
+    }
+    state->gOpenQuery = opensQuery;
     state->gQueryName = queryName;
     state->gMaxRecords = maxRecords;
     std::optional<ConnectionErrors> errors;
     try {
-        errors = d->Connect(
-            {connectionString, userName, password, connectTimeout, commandTimeout, removeSystemTables});
+        errors = d->Connect(arguments);
     } catch (const ado::Error& error) {
         const std::shared_ptr<Prompts> prompts = state->UserPrompts;
         prompts->MsgBox(Lines({ResString(*state, 179), error.Description(), error.Source()}),
@@ -82,7 +93,7 @@ void Zephrin::ZPBDisconnectConnection() {
 }
 
 void Zephrin::ZPBShowZephrin() {
-    if (frmZPG::OpenForm()) return;
+    if (frmZPG* open = frmZPG::OpenForm()) return d->BringForward(*open);
     const bool failureWasTold = std::exchange(d->connectionFailed, false);
     if (!d->state->OfferedTables.IsEmpty() || d->state->gOpenQuery) {
         d->CopyOptions();

@@ -7,6 +7,9 @@
 #include "platform/dialogs/DefaultPrompts.h"
 #include "runstate/clsBridge.h"
 #include "savedquery/OpenQuery.h"
+#include "wizard/Hourglass.h"
+
+#include <QApplication>
 
 namespace zephrin {
 
@@ -42,25 +45,27 @@ ControlProperties Zephrin::Private::Defaults() const {
 
 std::optional<ConnectionErrors> Zephrin::Private::Connect(const ConnectArguments& arguments) {
     const std::shared_ptr<ZPGGlobalDeclarations> run = state;
-    if (run->gOpenQuery) return std::nullopt;
+    if (run->gOpenQuery || !HasConnection(arguments)) return std::nullopt;
+    Hourglass pointer;
+    pointer.Show(MousePointer::Hourglass);
     if (!arguments.ConnectionString.isEmpty()) return OpenAndLoad(arguments);
-    if (!properties.ZPBConnectionString.isEmpty()) {
-        // The stored connection is used as it was stored: no argument plays a part.
-        const ControlProperties stored = properties;
-        ConnectionErrors errors = OpenDatabaseConnection(
-            *run, stored.ZPBConnectionString, stored.ConnectionTimeout, stored.ZPBCommandTimeout, {}, {});
-        if (errors.IsEmpty()) LoadTableString(*run, stored.ZPBTableString);
-        return errors;
-    }
-    const QPointer<Zephrin> alive(&control);
-    const std::shared_ptr<Prompts> prompts = run->UserPrompts;
-    const QString chosen = prompts->PromptNewConnection({});
-    if (!alive || chosen.isEmpty()) return std::nullopt;
-    ConnectArguments prompted = arguments;
-    prompted.ConnectionString = chosen;
-    prompted.UserName.clear();
-    prompted.Password.clear();
-    return OpenAndLoad(prompted);
+    // The stored connection is used as it was stored: no argument plays a part.
+    const ControlProperties stored = properties;
+    ConnectionErrors errors = OpenDatabaseConnection(
+        *run, stored.ZPBConnectionString, stored.ConnectionTimeout, stored.ZPBCommandTimeout, {}, {});
+    if (errors.IsEmpty()) LoadTableString(*run, stored.ZPBTableString);
+    return errors;
+}
+
+bool Zephrin::Private::HasConnection(const ConnectArguments& arguments) const {
+    return !arguments.ConnectionString.isEmpty() || !properties.ZPBConnectionString.isEmpty();
+}
+
+void Zephrin::Private::AskForConnection(ConnectArguments& arguments) const {
+    const std::shared_ptr<Prompts> prompts = state->UserPrompts;
+    arguments.ConnectionString = prompts->PromptNewConnection({});
+    arguments.UserName.clear();
+    arguments.Password.clear();
 }
 
 ConnectionErrors Zephrin::Private::OpenAndLoad(const ConnectArguments& arguments) {
@@ -116,6 +121,18 @@ void Zephrin::Private::CopyOptions() {
     options.gRunTimeCaption = properties.ZPBRunTimeControlCaption;
 }
 
+/// A modal window of the host's shuts out all that doesn't belong to it, so it comes first, wherever the
+/// control is.
+QWidget* Zephrin::Private::Owner() const {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    return control.isWindow() ? QApplication::activeWindow() : control.window();
+}
+
+void Zephrin::Private::BringForward(frmZPG& open) const {
+    if (form == &open) open.BelongTo(Owner());
+    open.BringForward();
+}
+
 void Zephrin::Private::ShowForm() {
     const QPointer<Zephrin> alive(&control);
     const bool modal = state->Options.gModalForm;
@@ -128,6 +145,7 @@ void Zephrin::Private::ShowForm() {
             [this](const QString& loadError) { FormUnloaded(loadError); });
     connect(shown, &QObject::destroyed, &control, [this] { FormDestroyed(); });
     if (!shown->Load() || !alive || !shown) return;
+    shown->BelongTo(Owner());
     if (modal) {
         shown->ShowModal();
     } else {

@@ -19,12 +19,19 @@ class Q_DECL_HIDDEN Zephrin::Private {
  public:
     explicit Private(Zephrin& owner);
 
+    /// Window of the host that a wizard shown now belongs to; null where there is none.
+    QWidget* Owner() const;
+    void BringForward(frmZPG& open) const;
+
     struct ConnectArguments {
         QString ConnectionString, UserName, Password;
         int ConnectTimeout = 0;
         int CommandTimeout = 0;
         bool RemoveSystemTables = false;
     };
+    /// Lets the user choose a connection where neither the arguments nor the properties give one.
+    bool HasConnection(const ConnectArguments& arguments) const;
+    void AskForConnection(ConnectArguments& arguments) const;
     /// Takes the route that the arguments call for. Nothing when no connection was attempted.
     std::optional<ConnectionErrors> Connect(const ConnectArguments& arguments);
 

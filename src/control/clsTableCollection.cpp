@@ -1,5 +1,6 @@
 #include "platform/text/Text.h"
 #include "runstate/Retrieval.h"
+#include "wizard/Hourglass.h"
 
 #include <zephrin/clsTableCollection.h>
 
@@ -39,6 +40,12 @@ void TellRefusal(const ZPGGlobalDeclarations& state, const QString& name, int wh
                               BoxStyle::Critical, QStringLiteral("AddTable Method"));
 }
 
+bool IsInDatabase(ZPGGlobalDeclarations& state, const QString& table) {
+    Hourglass pointer;
+    pointer.Show(MousePointer::Hourglass);
+    return !clsFieldRetrieval(state).FieldCollection(Collection({table})).IsEmpty();
+}
+
 /// The position that a host means by a number or by a text that reads as one; nothing for a name.
 std::optional<int> AsPosition(const QVariant& index) {
     // A flag is a number, too, and none that a position has.
@@ -64,8 +71,7 @@ void clsTableCollection::AddTable(const QString& tableName) {
     if (state->SharedConnection().ConnectionString().isEmpty()) return TellNoConnection(*state);
     if (tableName.isEmpty()) return;
     const QString table = Delimited(*state, tableName);
-    if (clsFieldRetrieval(*state).FieldCollection(Collection({table})).IsEmpty())
-        return TellUnknownTable(*state, tableName);
+    if (!IsInDatabase(*state, table)) return TellUnknownTable(*state, tableName);
     if (!state->OfferedTables.Add(table)) TellRefusal(*state, tableName, alreadyThere, unableToAdd);
 }
 

@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
+#include <QWindow>
 
 #include <utility>
 
@@ -105,6 +106,10 @@ frmZPG::frmZPG(std::shared_ptr<ZPGGlobalDeclarations> state, const QIcon& icon, 
 frmZPG::~frmZPG() {
     // Deleted by somebody who did not unload it: release what the showing holds, and let nobody call back.
     if (d->loaded) d->Unload();
+    // A window that goes takes the focus from its controls, and what they report of it runs on the private
+    // part: they go first, while there is somebody to report to.
+    hide();
+    while (auto* child = findChild<QWidget*>({}, Qt::FindDirectChildrenOnly)) delete child;
 }
 
 frmZPG* frmZPG::OpenForm() {
@@ -135,6 +140,21 @@ bool frmZPG::Load() {
         Q_EMIT Unloaded(loadError);
     }
     return false;
+}
+
+void frmZPG::BelongTo(const QWidget* owner) {
+    QWindow* const over = owner ? owner->window()->windowHandle() : nullptr;
+    winId();  // makes the window of this form, too
+    // Nobody belongs to what belongs to him.
+    if (over && over != windowHandle() && !windowHandle()->isAncestorOf(over, QWindow::IncludeTransients))
+        windowHandle()->setTransientParent(over);
+}
+
+void frmZPG::BringForward() {
+    if (!isVisible()) return;
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
 }
 
 void frmZPG::ShowModal() {

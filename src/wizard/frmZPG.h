@@ -24,6 +24,11 @@ class frmZPG : public QWidget {
 
     /// Form load. False when the load ended in an unload: the form was never seen and may be deleted.
     bool Load();
+    /// Makes the form a window of `owner`'s: it stays in front of it, and takes input while that is modal.
+    void BelongTo(const QWidget* owner);
+    /// Brings the form back from the icon and in front of all others. Does nothing on one that was not shown
+    /// yet.
+    void BringForward();
     /// Shows the form until it is closed, modal for the application.
     void ShowModal();
     /// Closes without a question, as the end of the control does. Unloaded is not emitted.

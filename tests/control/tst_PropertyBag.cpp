@@ -128,6 +128,10 @@ TEST(Persistence, ConvertsWhatABagHolds) {
         {"ZPBCommandType", 12, text("12")},
         {"ZPBCommandType", QPoint(1, 1), text("")},
         {"ZPBLabelFont", QFont(QStringLiteral("Serif"), 9), QFont(QStringLiteral("Serif"), 9)},
+        {"ZPBLabelFont", QFont(QStringLiteral("Serif"), 9).toString(), QFont(QStringLiteral("Serif"), 9)},
+        {"ZPBLabelFont", QFont(QStringLiteral("Serif"), 9, QFont::Bold).toString().toUtf8(),
+         QFont(QStringLiteral("Serif"), 9, QFont::Bold)},
+        {"ZPBLabelFont", text(",,,,,,,,,,"), QFont()},
         {"ZPBLabelFont", text("Serif"), QFont()},
         {"ZPBLabelFont", 5, QFont()},
     };

@@ -1,8 +1,11 @@
 #include "control/Host.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
+#include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -207,6 +210,68 @@ TEST(Showing, AQueryThatCannotBeOpenedEndsItBeforeItIsSeen) {
         EXPECT_EQ(host.Offer(), offer);
         EXPECT_EQ(host.control->ZPBActiveConnectionString(), connection);
     }
+}
+
+// --- The host's windows ---
+
+TEST(Showing, AWizardOfAModalDialogTakesInput) {
+    Host host(oneTable);
+    host.control->SetZPBAllowSaveDeleteQuery(false);
+    host.control->ZPBMakeConnection(host.database.ConnectionString());
+    QDialog dialog;
+    host.control->setParent(&dialog);
+    QTimer::singleShot(0, &dialog, [&] {
+        host.control->ZPBShowZephrin();
+        frmZPG* form = frmZPG::OpenForm();
+        ASSERT_NE(form, nullptr);
+        EXPECT_EQ(form->windowHandle()->transientParent(), dialog.windowHandle());
+        // Through the window, as a mouse does: what is blocked gets nothing.
+        QWidget* exit = Host::Find("cmdExit");
+        const QPoint place = exit->mapTo(form, exit->rect().center());
+        QTest::mouseClick(form->windowHandle(), Qt::LeftButton, {}, place);
+        EXPECT_EQ(frmZPG::OpenForm(), nullptr) << "the wizard is dead";
+        dialog.reject();
+    });
+    dialog.exec();
+    EXPECT_EQ(host.log.last(), unloaded);
+    host.control->setParent(nullptr);
+}
+
+TEST(Showing, ASecondCallBringsTheWizardBackAndSaysNothing) {
+    OpenHost host;
+    Host::ChooseEverything();
+    frmZPG* form = frmZPG::OpenForm();
+    form->showMinimized();
+    host.log.clear();
+    host.control->ZPBShowZephrin();
+    EXPECT_EQ(frmZPG::OpenForm(), form);
+    EXPECT_TRUE(form->isVisible() && !form->isMinimized());
+    EXPECT_EQ(Host::Find("TabZPG")->property("currentIndex").toInt(), 3) << "nothing is loaded anew";
+    EXPECT_TRUE(host.log.isEmpty());
+}
+
+TEST(Showing, AWizardShownBehindTheConnectionPromptStays) {
+    class Showing : public test::ScriptedPrompts {
+     public:
+        Zephrin* control = nullptr;
+        QString PromptNewConnection(const QString&) override {
+            control->ZPBShowZephrin();
+            return QStringLiteral("Provider=SQLite;Dialect=MS Access;Data Source=/nowhere/x.db");
+        }
+    };
+    Host host(oneTable);
+    host.control->ZPBMakeConnection(host.database.ConnectionString(), {}, {}, 5, 5, 2);
+    const QString connection = host.control->ZPBActiveConnectionString();
+    host.log.clear();
+    const auto prompts = std::make_shared<Showing>();
+    prompts->control = host.control;
+    host.control->SetPrompts(prompts);
+    host.control->ZPBMakeConnection();
+    EXPECT_EQ(host.log, QStringList(QStringLiteral("ZPBAlreadyLoaded")));
+    EXPECT_EQ(host.control->ZPBActiveConnectionString(), connection);
+    Host::ChooseEverything();
+    Host::RunQuery();
+    EXPECT_EQ(host.rows->RecordCount(), 2) << "the limit of the call before still holds";
 }
 
 // --- The control goes while something is going on ---

@@ -147,8 +147,9 @@ TEST(ConnectionPage, StoresAConnectionAndTablesByKeysAndClicks) {
 }
 
 TEST(ConnectionPage, SelectsEverythingByTheStar) {
-    Desk desk("Tables", ";[Gone]");
-    EXPECT_EQ(desk.Picture(), std::string(shopTables) + "|[Gone]");
+    Desk desk("Tables", ";[Gone];[Customers];Orders");
+    EXPECT_EQ(desk.Picture(), "* [Customers]! [Odd'Name] [Order Details] [Orders]!|[Gone] [Customers] Orders")
+        << "what is stored is selected";
     EXPECT_TRUE(desk.told.isEmpty()) << "opening leaves the page unmarked";
     desk.Click("*");
     EXPECT_EQ(desk.Picture(),
@@ -181,6 +182,8 @@ TEST(ConnectionPage, BuildsAConnectionInADialog) {
 
 TEST(ConnectionPage, TellsOfAFailureEachTimeItIsTried) {
     Desk desk;
+    desk.control.SetZPBRunTimeControlCaption(QStringLiteral("My Queries"));
+    desk.page->PropertyPage_SelectionChanged({&desk.control});
     desk.Find<QLineEdit>("txtZPGDataConnection")->setText(QStringLiteral("Provider=Unheard"));
     auto* combo = desk.Find<QComboBox>("cmbZPGCommandType");
     for (int attempt = 1; attempt <= 2; ++attempt) {
@@ -193,7 +196,7 @@ TEST(ConnectionPage, TellsOfAFailureEachTimeItIsTried) {
     const auto& box = desk.prompts->Boxes.last();
     EXPECT_EQ(box.Text.toStdString(), "Database Provider not supported\r\n-2147221491\r\nProvider Property");
     EXPECT_EQ(box.Style, BoxStyle::OkOnly);
-    EXPECT_EQ(box.Title, QStringLiteral("Brimlow Zephrin V1.2"));
+    EXPECT_EQ(box.Title, QStringLiteral("My Queries"));
     EXPECT_FALSE(desk.Find<QListWidget>("lstZPGSelTables")->isEnabled());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
@@ -221,7 +224,7 @@ TEST(ConnectionPage, FollowsTheSelection) {
     desk.Click("[Customers]");
     EXPECT_EQ(desk.told.join(u' '), QStringLiteral("changed"));
     desk.page->PropertyPage_SelectionChanged({&desk.control});
-    EXPECT_EQ(desk.Picture(), "* [BigOrders] [Customers] [Odd'Name] [Order Details] [Orders]|[Orders]");
+    EXPECT_EQ(desk.Picture(), "* [BigOrders] [Customers] [Odd'Name] [Order Details] [Orders]!|[Orders]");
     EXPECT_EQ(desk.told.join(u' '), QStringLiteral("changed unchanged"));
     desk.told.clear();
     Zephrin other;
