@@ -68,7 +68,9 @@ void FillJoinFieldList(ZPGGlobalDeclarations& state, int side) {
     if (state.Showing == showing) state.Form->lstJoinFields[index].Items.AddItems(fields.Items());
 }
 
+/// Nobody reads of a pair that isn't there.
 void DescribeJoinType(FormState& form) {
+    if (!IsLocked(form)) return form.cmbJoinType.ToolTipText.clear();
     const QString left = u'\'' + form.cmbJoinTables[0].Text + u'\'';
     const QString right = u'\'' + form.cmbJoinTables[1].Text + u'\'';
     const QString& type = form.cmbJoinType.Text;
@@ -95,7 +97,8 @@ void SetJoinType(FormState& form, const QString& type) {
 }
 
 /// Selects the first pair of fields with the same name in both tables.
-void PreselectSameField(FormState& form) {
+void PreselectSameField(ZPGGlobalDeclarations& state) {
+    FormState& form = *state.Form;
     ListState& left = form.lstJoinFields[0].Items;
     ListState& right = form.lstJoinFields[1].Items;
     QHash<QString, int> places;
@@ -106,6 +109,7 @@ void PreselectSameField(FormState& form) {
         if (found == places.cend()) continue;
         left.SetListIndex(i);
         right.SetListIndex(*found);
+        JoinFieldChosen(state);
         return;
     }
 }
@@ -126,7 +130,7 @@ void LockJoinTables(ZPGGlobalDeclarations& state) {
     form.lblJoinTableTo.ForeColor = LockedColour;
     DescribeJoinType(form);
     form.FocusRequest = QStringLiteral("lstJoinFields_0");
-    PreselectSameField(form);
+    PreselectSameField(state);
 }
 
 /// A field can be used once under one lock.
@@ -171,6 +175,7 @@ void UnlockJoinTables(ZPGGlobalDeclarations& state, bool takeFocus) {
     for (ListBoxState& list : form.lstJoinFields) list.ToolTipText.clear();
     form.cmdAddJoin.Enabled = false;
     form.cmbJoinType.Enabled = false;
+    form.cmbJoinType.ToolTipText.clear();
     ClearCombo(form.cmbJoinTables[1]);
     form.cmbJoinTables[0].Enabled = true;
     form.cmbJoinTables[1].Enabled = false;
@@ -213,6 +218,11 @@ void JoinTablePicked(ZPGGlobalDeclarations& state, int side) {
         form.cmdlockTables.Enabled = false;
         to.Enabled = false;
     }
+}
+
+void JoinTableChosen(ZPGGlobalDeclarations& state, int side) {
+    FormState& form = *state.Form;
+    if (form.cmbJoinTables[static_cast<std::size_t>(side)].Text.isEmpty()) return;
     form.FocusRequest = side == 0 ? QStringLiteral("cmbJoinTables_1") : QStringLiteral("cmdlockTables");
 }
 
@@ -253,13 +263,17 @@ void JoinFieldClicked(ZPGGlobalDeclarations& state, int side) {
     const bool pair =
         !form.lstJoinFields[0].Items.Text().isEmpty() && !form.lstJoinFields[1].Items.Text().isEmpty();
     form.cmdAddJoin.Enabled = pair;
-    if (pair) {
+    ListBoxState& clicked = form.lstJoinFields[static_cast<std::size_t>(side)];
+    clicked.ToolTipText = clicked.Items.Text();
+}
+
+void JoinFieldChosen(ZPGGlobalDeclarations& state) {
+    FormState& form = *state.Form;
+    if (form.cmdAddJoin.Enabled) {
         form.FocusRequest = QStringLiteral("cmdAddJoin");
     } else if (form.cmbJoinType.Enabled) {
         form.FocusRequest = QStringLiteral("cmbJoinType");
     }
-    ListBoxState& clicked = form.lstJoinFields[static_cast<std::size_t>(side)];
-    clicked.ToolTipText = clicked.Items.Text();
 }
 
 void AddJoin(ZPGGlobalDeclarations& state) {
@@ -268,7 +282,6 @@ void AddJoin(ZPGGlobalDeclarations& state) {
         AddJoinRow(state);
         form.cmdResetJoins.Enabled = true;
         form.dgrJoins.DataSource = state.rsJoins;
-        form.dgrJoins.ColumnButtons = true;
         RecordJoinUse(state);
     } catch (const ado::Error& error) {
         TellJoinFailure(state, error.Description());

@@ -18,6 +18,8 @@ void ClearJoins(ZPGGlobalDeclarations& state);
 
 /// A table was picked from a drop-down.
 void JoinTablePicked(ZPGGlobalDeclarations& state, int side);
+/// It was picked for good: the user is taken on to what comes next.
+void JoinTableChosen(ZPGGlobalDeclarations& state, int side);
 /// Typing picks nothing: the text goes away again.
 void JoinTableTyped(ZPGGlobalDeclarations& state, int side);
 
@@ -32,6 +34,8 @@ void LockClicked(ZPGGlobalDeclarations& state);
 
 /// A field was selected on one side, or none is any more.
 void JoinFieldClicked(ZPGGlobalDeclarations& state, int side);
+/// It was selected for good: the user is taken on to the button, or to the type of the join.
+void JoinFieldChosen(ZPGGlobalDeclarations& state);
 
 /// Joins the selected fields: the locked pair's first ones make a join, further ones go on with it.
 void AddJoin(ZPGGlobalDeclarations& state);

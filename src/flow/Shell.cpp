@@ -194,6 +194,7 @@ void LeaveTableTab(ZPGGlobalDeclarations& state) {
 }
 
 void LeaveJoinTab(ZPGGlobalDeclarations& state) {
+    HideCompareList(state);
     ClearResults(*state.Form);
     BuildSelFields(state);
     BuildFromClause(state);

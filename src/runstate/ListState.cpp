@@ -95,6 +95,7 @@ QVariant ListState::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     switch (role) {
         case Qt::DisplayRole:
+        case Qt::EditRole:  // what a drop-down takes its text from
         case Qt::AccessibleTextRole:
             return List(index.row());
         case Qt::ToolTipRole:

@@ -1,5 +1,6 @@
 #include "wizard/ComboBox.h"
 
+#include "platform/controls/QuietWheel.h"
 #include "wizard/TextDelegate.h"
 
 #include <QLineEdit>
@@ -17,11 +18,14 @@ ComboBox::ComboBox(const QString& name, QWidget* parent) : QComboBox(parent) {
     // A look-up may bring a hundred thousand values: nothing here measures them all.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(12);
+    controls::KeepWheelAway(this);
     setItemDelegate(new TextDelegate(this));
     if (auto* list = qobject_cast<QListView*>(view())) list->setUniformItemSizes(true);
     connect(this, &QComboBox::currentIndexChanged, this, &ComboBox::ReportIndex);
     connect(this, &QComboBox::activated, this, [this](int index) {
+        const QPointer<ComboBox> alive(this);
         if (!reported) Q_EMIT Picked(index);
+        if (alive && !browsing) Q_EMIT Chosen(index);
     });
     connect(lineEdit(), &QLineEdit::textChanged, this, &ComboBox::ReportText);
     connect(lineEdit(), &QLineEdit::returnPressed, this, &ComboBox::Entered);
@@ -51,6 +55,21 @@ void ComboBox::ShowSelection(int index, const QString& text) {
     // Setting the same text would take the caret away from where the user types.
     if (currentText() != text) setEditText(text);
     knownText = text;
+}
+
+/// The keys that go from item to item pick each of them, and choose none.
+void ComboBox::keyPressEvent(QKeyEvent* event) {
+    const QPointer<ComboBox> alive(this);
+    browsing = true;
+    QComboBox::keyPressEvent(event);
+    if (alive) browsing = false;
+}
+
+void ComboBox::wheelEvent(QWheelEvent* event) {
+    const QPointer<ComboBox> alive(this);
+    browsing = true;
+    QComboBox::wheelEvent(event);
+    if (alive) browsing = false;
 }
 
 void ComboBox::SetPickOnly() {

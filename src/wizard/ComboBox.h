@@ -23,11 +23,15 @@ class ComboBox : public QComboBox {
  Q_SIGNALS:
     /// An item of the list was picked, also the one that was chosen already.
     void Picked(int index);
+    /// The user came to a decision: he took an item out of the open list. Comes behind Picked.
+    void Chosen(int index);
     void Typed(const QString& text);
     /// Enter was pressed in the text.
     void Entered();
 
  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -38,6 +42,7 @@ class ComboBox : public QComboBox {
     QString knownText;
     bool following = false;
     bool reported = false;
+    bool browsing = false;
 };
 
 }  // namespace zephrin

@@ -10,6 +10,7 @@
 #include "wizard/Pick.h"
 #include "wizard/ShowControl.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -62,6 +63,12 @@ void JoinTabPage::ConnectPair() {
         connect(cmbJoinTables[at], &ComboBox::Typed, this, [this, side] {
             Host().Run([side](ZPGGlobalDeclarations& state) { JoinTableTyped(state, side); });
         });
+        const auto chosen = [this, side] {
+            Host().Run([side](ZPGGlobalDeclarations& state) { JoinTableChosen(state, side); });
+        };
+        connect(cmbJoinTables[at], &ComboBox::Chosen, this, chosen);
+        connect(cmbJoinTables[at], &ComboBox::Entered, this, chosen);
+        connect(lstJoinFields[at], &ListBox::Chosen, this, [this] { Host().Run(JoinFieldChosen); });
     }
     OnPick(Host(), cmbJoinType, [](FormState& form) { return &form.cmbJoinType.Items; });
     connect(cmbJoinType, &ComboBox::Typed, this, [this] { Host().Run(JoinTypeTyped); });
@@ -74,7 +81,7 @@ void JoinTabPage::ConnectGrid() {
     connect(dgrJoins, &controls::DataGrid::ButtonClick, this, [this] { Host().Run(CompareButtonClicked); });
     connect(dgrJoins, &controls::DataGrid::Click, this, [this] { Host().Run(HideCompareList); });
     connect(dgrJoins, &controls::DataGrid::RowColChange, this, [this] { Host().Run(HideCompareList); });
-    OnPick(Host(), lstJoinCompare, [](FormState& form) { return &form.lstJoinCompare.Items; });
+    connect(lstJoinCompare, &ListBox::Chosen, this, &JoinTabPage::ChooseComparison);
 }
 
 void JoinTabPage::AddSide(QGridLayout* pair, int index) {
@@ -144,13 +151,49 @@ QWidget* JoinTabPage::MakeGrid() {
     return lower;
 }
 
-/// The open list goes with Escape and when the user turns to something else.
+void JoinTabPage::ChooseComparison(int row) {
+    Host().Run([row](ZPGGlobalDeclarations& state) { state.Form->lstJoinCompare.Items.SetListIndex(row); });
+}
+
+/// The keys of the open list that its view doesn't know: those that chose or gave up, and those that opened
+/// it.
+bool JoinTabPage::CompareListKey(const QKeyEvent& event) {
+    const bool button =
+        event.key() == Qt::Key_F4 ||
+        (event.modifiers() & Qt::AltModifier && (event.key() == Qt::Key_Down || event.key() == Qt::Key_Up));
+    if (event.key() == Qt::Key_Escape || button) {
+        Host().Run(HideCompareList);
+        return true;
+    }
+    if (event.key() != Qt::Key_Space) return false;
+    if (const QModelIndex current = lstJoinCompare->currentIndex(); current.isValid())
+        ChooseComparison(current.row());
+    return true;
+}
+
+bool JoinTabPage::IsInGrid(const QWidget* widget) const {
+    return widget && (widget == dgrJoins || dgrJoins->isAncestorOf(widget));
+}
+
+/// The open list goes when the user turns to something else. A press in the grid is the grid's to tell of: it
+/// may be one on the button that opened the list.
 bool JoinTabPage::eventFilter(QObject* watched, QEvent* event) {
-    const bool escape =
-        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
-    const bool left = event->type() == QEvent::FocusOut && lstJoinCompare->isVisible();
-    if (escape || left) Host().Run(HideCompareList);
-    return escape || WizardPage::eventFilter(watched, event);
+    if (watched != lstJoinCompare) return WizardPage::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress) return CompareListKey(*static_cast<QKeyEvent*>(event));
+    if (event->type() == QEvent::FocusOut && lstJoinCompare->isVisible()) {
+        const bool byMouse = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason;
+        if (!byMouse || !IsInGrid(QApplication::focusWidget())) Host().Run(HideCompareList);
+    }
+    return false;
+}
+
+/// The list may be open while the keyboard is in the grid, and Escape gives up the list before the wizard.
+void JoinTabPage::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && lstJoinCompare->isVisible()) {
+        Host().Run(HideCompareList);
+    } else {
+        WizardPage::keyPressEvent(event);
+    }
 }
 
 /// Puts the list below the cell whose button was pressed, or above it where there is no room.
@@ -166,6 +209,8 @@ void JoinTabPage::ShowCompareList(ListBoxState& state) {
         lstJoinCompare->setGeometry(place);
         lstJoinCompare->raise();
     }
+    // What is hidden hands the keyboard to the next control; here it goes back to the cell.
+    if (!state.Visible && lstJoinCompare->hasFocus()) dgrJoins->setFocus(Qt::PopupFocusReason);
     ShowList(lstJoinCompare, state);
     if (opens) lstJoinCompare->setFocus(Qt::PopupFocusReason);
 }
@@ -192,7 +237,7 @@ void JoinTabPage::ShowState(FormState& form) {
     }
     ShowCombo(cmbJoinType, form.cmbJoinType);
     ShowGrid(dgrJoins, form.dgrJoins);
-    dgrJoins->SetColumnButton(compareColumn, form.dgrJoins.ColumnButtons);
+    dgrJoins->SetColumnButton(compareColumn, HasRows(form.dgrJoins.DataSource));
     for (int column = 0; column < static_cast<int>(std::size(gridColumns)); ++column)
         dgrJoins->SetColumnWidth(column, TwipsToPixels(gridColumns[column]));
     ShowCompareList(form.lstJoinCompare);

@@ -28,6 +28,7 @@ class JoinTabPage : public WizardPage {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
  private:
     void AddSide(QGridLayout* pair, int index);
@@ -35,6 +36,9 @@ class JoinTabPage : public WizardPage {
     QWidget* MakeGrid();
     void ConnectPair();
     void ConnectGrid();
+    bool CompareListKey(const QKeyEvent& event);
+    bool IsInGrid(const QWidget* widget) const;
+    void ChooseComparison(int row);
     void ShowLock(const ButtonState& lock);
     void ShowCompareList(ListBoxState& state);
 

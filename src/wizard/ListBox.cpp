@@ -62,18 +62,22 @@ void ListBox::mousePressEvent(QMouseEvent* event) {
     const QPointer<ListBox> alive(this);
     reported = false;
     QListView::mousePressEvent(event);
-    if (!alive || reported || event->button() != Qt::LeftButton) return;
+    if (!alive || event->button() != Qt::LeftButton) return;
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (index.isValid() && selectionModel()->isSelected(index)) Q_EMIT Picked(index.row());
+    if (!index.isValid() || !selectionModel()->isSelected(index)) return;
+    const int row = index.row();
+    if (!reported) Q_EMIT Picked(row);
+    if (alive) Q_EMIT Chosen(row);
 }
 
 void ListBox::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter || event->modifiers() & ~Qt::KeypadModifier) {
-        QListView::keyPressEvent(event);
-    } else if (state && state->ListIndex() >= 0) {
-        Q_EMIT DblClick();
-    }
+    if (!enter || event->modifiers() & ~Qt::KeypadModifier) return QListView::keyPressEvent(event);
+    const QModelIndexList rows = selectedIndexes();
+    if (rows.isEmpty()) return;
+    const QPointer<ListBox> alive(this);
+    Q_EMIT Chosen(rows.first().row());
+    if (alive && state && state->ListIndex() >= 0) Q_EMIT DblClick();
 }
 
 void ListBox::focusInEvent(QFocusEvent* event) {

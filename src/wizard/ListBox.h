@@ -22,6 +22,9 @@ class ListBox : public QListView {
  Q_SIGNALS:
     /// The user picked a row, also the one that was selected already.
     void Picked(int row);
+    /// The user came to a decision: he clicked a row, or pressed Enter on it; the keys that go from row to
+    /// row only pick. Comes behind Picked.
+    void Chosen(int row);
     /// A row was double-clicked, or Enter was pressed on it.
     void DblClick();
 
