@@ -49,7 +49,8 @@ std::optional<ShortText> LongDateOf(const Span& bytes) {
 QByteArray DecimalOf(bool isNegative, const Span& magnitude, int scale) {
     std::array<quint32, 4> words{};
     const int count = std::min(magnitude.Size / 4, 4);
-    for (int word = 0; word < count; ++word) words[std::size_t(4 - count + word)] = magnitude.Long(word * 4);
+    for (int word = 0; word < count; ++word)
+        words[std::size_t(4 - count) + std::size_t(word)] = magnitude.Long(word * 4);
     QByteArray digits;
     while (std::any_of(words.begin(), words.end(), [](quint32 word) { return word != 0; }) ||
            digits.size() <= scale)

@@ -112,7 +112,8 @@ std::optional<QStringList> SchemaCatalog::EqualTexts(const QString& table, const
     for (int steps = 0; from; ++steps) {
         if (steps > MostSteps) return std::nullopt;
         sqlite3_reset(seek.get());
-        sqlite3_bind_text(seek.get(), 1, from->data(), int(from->size()), SQLITE_STATIC);
+        const std::string& start = *from;
+        sqlite3_bind_text(seek.get(), 1, start.data(), int(start.size()), SQLITE_STATIC);
         const int code = sqlite3_step(seek.get());
         if (code == SQLITE_DONE) break;
         if (code != SQLITE_ROW) return std::nullopt;
