@@ -198,9 +198,13 @@ void Resolver::ResolveArithmetic(Expression& value) {
         const Family family = sqlite::FamilyOf(operand->Type);
         if (family == Family::Unknown) operand->Type = number;
         if (!IsOneOf(family, Family::Text | Family::DateTime | Family::Time)) return;
-        // A server reads a text as the type of the other side, a file as any number.
+        // A server reads a text as the type of the other side, a file as any number. Products that speak the
+        // server's dialect don't agree on whether 1e2 is exact; an empty text is taken for 0 by one reading
+        // alone.
+        const bool isLiteral = value.Operands[&operand == &left ? 1 : 0]->Kind == ExpressionKind::Number;
         const bool asOther = !file && IsOneOf(sqlite::FamilyOf(other), Numbers);
-        ConvertTo(operand, asOther ? other : Plain(DataType::Double));
+        const bool doubtful = asOther && isLiteral && sqlite::FamilyOf(other) == Family::Float;
+        ConvertTo(operand, doubtful ? ExactType(MostDigits, 10) : asOther ? other : Plain(DataType::Double));
         if (operand->Kind == ExpressionKind::Null) operand->Type = number;
     };
     switch (value.What) {

@@ -126,6 +126,9 @@ void Resolver::SetType(Expression& value) {
         case ExpressionKind::Date:
             value.Type = DateType();
             break;
+        case ExpressionKind::Truth:
+            value.Type = Plain(DataType::Boolean);
+            break;
         case ExpressionKind::Binary:
             value.Type = Plain(DataType::VarBinary);
             break;

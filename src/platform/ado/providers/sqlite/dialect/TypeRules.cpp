@@ -76,7 +76,7 @@ constexpr std::array fileConversions{
 constexpr std::array precedence{DateTime, Date,  Time, Float, Decimal, Money,
                                 Whole,    Truth, Guid, Text,  Binary};
 /// A file chooses between a text and something else as texts: its columns have room for both.
-constexpr std::array fileChoice{Text,  DateTime, Date,  Time, Decimal, Float,
+constexpr std::array fileChoice{Text,  DateTime, Date,  Time, Float, Decimal,
                                 Money, Whole,    Truth, Guid, Binary};
 
 template <size_t Size>
@@ -176,7 +176,8 @@ Does RuleFor(const QString& symbol, Family left, Family right, Dialect dialect) 
         const auto found = std::find_if(rules.begin(), rules.end(), fits);
         if (found == rules.end()) return Does::Refuse;
         const bool unknown = left == Unknown || right == Unknown;
-        const bool open = found->What == Does::Reckon || found->What == Does::Divide ||
+        const bool moves = found->What == Does::Move && left != DateTime && right != DateTime;
+        const bool open = moves || found->What == Does::Reckon || found->What == Does::Divide ||
                           found->What == Does::Between || (found->What == Does::Join && symbol == u"+");
         return unknown && open ? Does::AsFound : found->What;
     };

@@ -4,8 +4,9 @@ namespace zephrin::ado::providers::sqlite {
 
 namespace {
 
+/// The places with which an operand is read. A broken number is only read as an exact one to become money.
 int PlacesOf(const ColumnType& type) {
-    if (FamilyOf(type) == Family::Money) return MoneyScale;
+    if (IsOneOf(FamilyOf(type), Family::Money | Family::Float)) return MoneyScale;
     return FamilyOf(type) == Family::Decimal ? type.NumericScale : 0;
 }
 
