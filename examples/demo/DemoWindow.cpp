@@ -21,8 +21,13 @@ namespace demo {
 
 namespace {
 
-QString SampleConnection(const QString& dialectName, const QString& database) {
-    return QStringLiteral("Provider=SQLite;Dialect=%1;Data Source=%2").arg(dialectName, database);
+const QString workbookItem = QStringLiteral("Excel workbook");
+
+QString SampleConnection(const QString& dialectName, const SampleData& samples) {
+    if (dialectName == workbookItem)
+        return QStringLiteral("Driver={Microsoft Excel Driver (*.xls, *.xlsx, *.xlsm, *.xlsb)};DBQ=%1")
+            .arg(samples.Workbook);
+    return QStringLiteral("Provider=SQLite;Dialect=%1;Data Source=%2").arg(dialectName, samples.Database);
 }
 
 template <typename Receiver, typename Slot>
@@ -99,12 +104,12 @@ QWidget* DemoWindow::MakeConnectionBox() {
     dialect = new QComboBox;
     dialect->setObjectName(QStringLiteral("dialect"));
     dialect->addItems({QStringLiteral("SQL Server"), QStringLiteral("MS Access"),
-                       QStringLiteral("Microsoft Excel Driver")});
-    connection = new QLineEdit(SampleConnection(dialect->currentText(), samples.Database));
+                       QStringLiteral("Microsoft Excel Driver"), workbookItem});
+    connection = new QLineEdit(SampleConnection(dialect->currentText(), samples));
     connection->setObjectName(QStringLiteral("connectionString"));
     connection->setCursorPosition(0);
     connect(dialect, &QComboBox::currentTextChanged, this, [this](const QString& name) {
-        connection->setText(SampleConnection(name, samples.Database));
+        connection->setText(SampleConnection(name, samples));
         connection->setCursorPosition(0);
     });
     maxRecords = new QSpinBox;

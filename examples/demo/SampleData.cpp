@@ -14,6 +14,7 @@ namespace demo {
 namespace {
 
 const QString databaseName = QStringLiteral("shop.db");
+const QString workbookName = QStringLiteral("shop.xlsx");
 const QString queriesName = QStringLiteral("queries");
 
 /// A copy is there whole or not at all, also when the disk is full; half a database would be taken for one at
@@ -64,9 +65,11 @@ void CopyQueries(const QDir& from, const QDir& to, const QString& database) {
 }  // namespace
 
 SampleData CopySamples(const QDir& user, const QDir& installed) {
-    SampleData data{user.filePath(databaseName), user.filePath(queriesName)};
+    // A workbook is only read, so that nobody needs one of their own.
+    const QString workbook = installed.filePath(workbookName);
+    SampleData data{user.filePath(databaseName), user.filePath(queriesName), workbook};
     if (!user.mkpath(queriesName) || !CopyMissing(installed.filePath(databaseName), data.Database))
-        return {installed.filePath(databaseName), {}};
+        return {installed.filePath(databaseName), {}, workbook};
     try {
         CopyQueries(installed.filePath(queriesName), data.Queries, data.Database);
     } catch (const zephrin::ado::Error& error) {
@@ -82,7 +85,8 @@ SampleData FindSampleData() {
         return CopySamples(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)),
                            installed);
     return {QDir::cleanPath(program.filePath(QStringLiteral("../shop/") + databaseName)),
-            QDir::cleanPath(program.filePath(QStringLiteral("../") + queriesName))};
+            QDir::cleanPath(program.filePath(QStringLiteral("../") + queriesName)),
+            QDir::cleanPath(program.filePath(QStringLiteral("../shop/") + workbookName))};
 }
 
 }  // namespace demo

@@ -5,10 +5,11 @@
 
 namespace demo {
 
-/// The shop to query, and a folder of saved queries on it.
+/// The shop to query, a folder of saved queries on it, and the shop once more as a workbook.
 struct SampleData {
     QString Database;
     QString Queries;
+    QString Workbook;
 };
 
 /// Finds them from where the program lies. In a build they are those of the build. Of an installed program,

@@ -29,7 +29,7 @@ bool ReadDays(const char* text, double& days) {
 /// The rows of the sheet that was selected.
 class XlsSheet final : public SheetReader {
  public:
-    explicit XlsSheet(const void* of) : workbook(of) {
+    XlsSheet(const void* of, const TruthCells& itsTruths) : workbook(of), truths(itsTruths) {
         freexl_worksheet_dimensions(workbook, &rows, &columns);
     }
 
@@ -71,9 +71,15 @@ class XlsSheet final : public SheetReader {
             default:
                 break;
         }
+        if (truths.isEmpty()) return;
+        if (const auto truth = truths.constFind(next << 16 | column); truth != truths.cend()) {
+            cell.Kind = CellKind::Truth;
+            cell.Number = *truth ? 1 : 0;
+        }
     }
 
     const void* workbook;
+    const TruthCells& truths;
     unsigned next = 0;
     unsigned rows = 0;
     unsigned short columns = 0;
@@ -101,8 +107,8 @@ unsigned Info(const void* workbook, unsigned short what) {
 }
 
 /// The columns that hold anything.
-void Measure(const void* workbook, Area& area) {
-    XlsSheet sheet(workbook);
+void Measure(const void* workbook, const TruthCells& truths, Area& area) {
+    XlsSheet sheet(workbook, truths);
     SheetRow row;
     int first = MostColumns;
     int last = -1;
@@ -136,6 +142,7 @@ XlsSource::XlsSource(const ado::files::Request& request)
     if (outcome != FREEXL_OK)
         throw ReadError{FailureKind::Damaged,
                         QStringLiteral("it is damaged, or no workbook of Excel (%1)").arg(outcome)};
+    const QHash<QString, TruthCells> cells = FindTruthCells(request.Path);
     const unsigned sheets = Info(handle, FREEXL_BIFF_SHEET_COUNT);
     for (unsigned sheet = 0; sheet < std::min(sheets, 65'535u); ++sheet) {
         const char* name = nullptr;
@@ -143,6 +150,7 @@ XlsSource::XlsSource(const ado::files::Request& request)
             !name)
             ThrowDamaged(QStringLiteral("its list of sheets"));
         names << SafeName(QString::fromUtf8(name)) + u'$';
+        truths.push_back(cells.value(QString::fromUtf8(name)));
     }
 }
 
@@ -164,8 +172,9 @@ void XlsSource::With(const QString& table, Work work) {
     if (freexl_select_active_worksheet(workbook.get(), static_cast<unsigned short>(found - names.cbegin())) !=
         FREEXL_OK)
         ThrowDamaged(QStringLiteral("a sheet"));
-    if (area.LastColumn < 0) Measure(workbook.get(), area);
-    XlsSheet sheet(workbook.get());
+    const TruthCells& truth = truths[std::size_t(found - names.cbegin())];
+    if (area.LastColumn < 0) Measure(workbook.get(), truth, area);
+    XlsSheet sheet(workbook.get(), truth);
     SheetTable rows(sheet, area, {hasHeads, mixedAsText, isSheet, true});
     work(rows);
 }

@@ -2,6 +2,7 @@
 
 #include "reader/Source.h"
 #include "reader/excel/SheetTable.h"
+#include "reader/excel/TruthCells.h"
 
 #include <memory>
 
@@ -28,6 +29,8 @@ class XlsSource final : public Source {
     bool mixedAsText;
     std::unique_ptr<const void, Close> workbook;
     QStringList names;
+    /// Of each sheet, in the same order.
+    std::vector<TruthCells> truths;
 };
 
 }  // namespace zephrin::reader::excel

@@ -92,10 +92,10 @@ TEST_F(Workbooks, OfOtherProgramsReadTheSame) {
     const QString xls = Converted("xls");
     if (xls.isEmpty()) GTEST_SKIP() << "LibreOffice is not installed";
     static constexpr Question questions[] = {
-        {"SELECT [Order ID], Customer, [Date], Total, [A#B (x)], Customer1, Mixed FROM [Orders$] WHERE "
+        {"SELECT [Order ID], Customer, [Date], Total, Paid, [A#B (x)], Customer1, Mixed FROM [Orders$] WHERE "
          "[Order ID] "
          "= 2",
-         "2|K2 – ß😀 <&>|1996-07-02|2.5|x\r|c|2"},
+         "2|K2 – ß😀 <&>|1996-07-02|2.5|False|x\r|c|2"},
         {"SELECT COUNT(*), COUNT(Name), COUNT(Qty), COUNT(Name1) FROM [Order Details$]", "15|13|2|1"},
         {"SELECT * FROM [Order Details$C5:D8]", "a|3; ~|~; b|4"},
     };
