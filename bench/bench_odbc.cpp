@@ -8,6 +8,7 @@
 #include "tests/odbc/PostgresServer.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -18,6 +19,7 @@
 #include <sql.h>
 #include <sqlext.h>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace zephrin::bench {
@@ -152,6 +154,62 @@ void MakeSalesOn(const QString& connectionString) {
             .arg(Rows));
 }
 
+/// Milliseconds that SQLCancel alone needs to end a sleeping statement.
+double BareCancel(const QString& connectionString) {
+    SQLHENV environment = SQL_NULL_HENV;
+    SQLHDBC link = SQL_NULL_HDBC;
+    SQLHSTMT statement = SQL_NULL_HSTMT;
+    SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment);
+    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    SQLAllocHandle(SQL_HANDLE_DBC, environment, &link);
+    QByteArray text = connectionString.toUtf8();
+    SQLDriverConnect(link, nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS, nullptr, 0, nullptr,
+                     SQL_DRIVER_NOPROMPT);
+    SQLAllocHandle(SQL_HANDLE_STMT, link, &statement);
+    QByteArray sleeping = "select pg_sleep(60)";
+    std::thread runner(
+        [&] { SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(sleeping.data()), SQL_NTS); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    const double seconds = Seconds([&] {
+        SQLCancel(statement);
+        runner.join();
+    });
+    SQLFreeHandle(SQL_HANDLE_STMT, statement);
+    SQLDisconnect(link);
+    SQLFreeHandle(SQL_HANDLE_DBC, link);
+    SQLFreeHandle(SQL_HANDLE_ENV, environment);
+    return seconds;
+}
+
+/// The same through a connection whose watcher wants to stop.
+double WatchedStop(const QString& connectionString) {
+    ado::Connection connection(ado::providers::AllProviders());
+    connection.Open(connectionString);
+    QElapsedTimer since;
+    connection.SetWatcher([&](const ado::Progress& progress) {
+        if (progress.Elapsed >= 500 && !since.isValid()) since.start();
+        return progress.Elapsed < 500;
+    });
+    try {
+        connection.Execute(QStringLiteral("select pg_sleep(60)"));
+    } catch (const ado::Error&) {
+        return double(since.nsecsElapsed()) / 1e9;
+    }
+    return 0;
+}
+
+void MeasureStop(const char* what, const QString& connectionString) {
+    std::vector<double> bare, ours;
+    for (int run = 0; run < Runs; ++run) {
+        bare.push_back(BareCancel(connectionString));
+        ours.push_back(WatchedStop(connectionString));
+    }
+    std::printf("%s: a sleeping statement is stopped\n", what);
+    PrintRow("SQLCancel alone", Median(bare), Median(bare));
+    PrintRow("a connection's watcher", Median(ours), Median(bare), "wanted: at most 0.5 s more");
+    std::printf("\n");
+}
+
 void MeasureSqlite() {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("sales.db"));
@@ -166,6 +224,7 @@ void MeasurePostgres() {
         std::printf("PostgreSQL's driver: not measured, %s\n", qPrintable(whyNot));
         return;
     }
+    MeasureStop("PostgreSQL's driver", server->ConnectionString());
     MakeSalesOn(server->ConnectionString());
     Measure("PostgreSQL's driver", server->ConnectionString());
 }

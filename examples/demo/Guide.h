@@ -17,6 +17,7 @@ class Guide : public Driver {
     void ShowStepByStep();
     void ShowGroups();
     void ShowDialogs();
+    void ShowWaiting();
     /// Presses `button`, and takes a picture of the dialog that opens once `act` has filled it. The dialog is
     /// cancelled.
     void TakeDialog(const QString& button, const QString& dialog, const QString& picture,

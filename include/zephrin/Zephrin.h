@@ -92,17 +92,19 @@ class ZEPHRIN_EXPORT Zephrin : public QWidget {
     /// wizard opens that saved query, which brings its connection, and where the name is empty it asks for a
     /// file.
     ///
-    /// The outcome is told by ConnectionComplete, but for a saved query and for a user who cancelled.
-    /// Time-outs are seconds, 0 waits for ever; MaxRecords limits the rows of a query, 0 does not.
+    /// The outcome is told by ConnectionComplete, but for a saved query and for a user who cancelled. In the
+    /// middle of a work (see Busy) nothing is done, and ConnectionComplete brings
+    /// ErrorNumber::StillExecuting. Time-outs are seconds, 0 waits for ever; MaxRecords limits the rows of a
+    /// query, 0 does not.
     Q_INVOKABLE void ZPBMakeConnection(const QString& ConnectionString = {}, const QString& UserName = {},
                                        const QString& Password = {}, int ConnectTimeout = Omitted,
                                        int CommandTimeout = Omitted, int MaxRecords = 0,
                                        bool OpenQuery = false, const QString& QueryName = {},
                                        bool RemoveSystemTables = false);
-    /// Closes the connection, if there is one.
+    /// Closes the connection, if there is one. What goes on over it ends as if it was stopped.
     Q_INVOKABLE void ZPBDisconnectConnection();
     /// Shows the wizard, when there are tables on offer or a query is to be opened; a box says so when there
-    /// are not. Does nothing while a wizard is open.
+    /// are not. Does nothing while a wizard is open, nor while this control connects.
     Q_INVOKABLE void ZPBShowZephrin();
     /// Connection data for exports to old workbooks, whose query tables need a connection string of their own
     /// kind.
@@ -239,12 +241,23 @@ class ZEPHRIN_EXPORT Zephrin : public QWidget {
 
     // --- Beside the events ---
 
+    /// The user waits for the database: what for, the records so far, and since how many seconds. Raised
+    /// about twenty times a second once it has taken 300 ms, for a host that shows progress of its own.
+    /// Events are let in meanwhile; a handler may do anything, delete the control included.
+    void Busy(const QString& what, qint64 rows, int seconds);
+    /// What Busy told of is over, whichever way; what came of it is told by the events. A control that is
+    /// deleted meanwhile says nothing more.
+    void BusyEnded();
+
     /// A property was set, be it to the value that it had; `name` is the property's.
     void PropertyChanged(const QString& name);
 
  public Q_SLOTS:
     /// Stays hidden whatever a host shows, except in a form editor (dynamic property "ZPBDesignTime").
     void setVisible(bool visible) override;
+    /// Stops what Busy tells of, as the wizard's button does; nothing where there is nothing to stop. A query
+    /// ends as a failed one, with ErrorNumber::OperationCancelled.
+    void StopWork();
 
  public:
     /// Size of the footprint in a form editor.

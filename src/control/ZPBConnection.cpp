@@ -3,6 +3,7 @@
 #include "platform/ado/providers/AllProviders.h"
 #include "platform/dialogs/DefaultPrompts.h"
 #include "wizard/Hourglass.h"
+#include "wizard/LiveWork.h"
 
 #include <zephrin/ZPBConnection.h>
 
@@ -13,14 +14,20 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QTimer>
 
 namespace zephrin {
 
 namespace {
 
+constexpr int SelectAgainAfter = 50;  // milliseconds
+
 std::unique_ptr<ZPGGlobalDeclarations> MakeRun() {
     const ado::ProviderSet providers = ado::providers::AllProviders();
-    return std::make_unique<ZPGGlobalDeclarations>(providers, std::make_shared<DefaultPrompts>(providers));
+    auto run =
+        std::make_unique<ZPGGlobalDeclarations>(providers, std::make_shared<DefaultPrompts>(providers));
+    run->Surroundings = std::make_shared<LiveWork>();
+    return run;
 }
 
 /// The settings of a control, read by name; what it does not have is as on a new one.
@@ -137,6 +144,13 @@ std::shared_ptr<Prompts> ZPBConnection::Private::DefaultUserPrompts() {
 }
 
 void ZPBConnection::Private::SelectionChanged(QObject* control) {
+    if (IsBusy(state->Run())) {
+        // Nobody waits for the former control's connection any more.
+        StopWork(state->Run());
+        const QPointer<QObject> next(control);
+        QTimer::singleShot(SelectAgainAfter, &page, [this, next] { SelectionChanged(next); });
+        return;
+    }
     selected = control;
     const QVariant caption = control ? control->property("ZPBRunTimeControlCaption") : QVariant();
     if (caption.isValid()) state->Run().Options.gRunTimeCaption = caption.toString();
@@ -199,6 +213,7 @@ void ZPBConnection::Private::TimeoutChange(bool isNumber) {
 void ZPBConnection::Private::Connect(const std::function<ConnectionErrors(ConnectionPageState&)>& work) {
     const QPointer<ZPBConnection> alive(&page);
     const std::shared_ptr<ConnectionPageState> run = state;
+    if (IsBusy(run->Run())) return;
     const std::shared_ptr<Prompts> asked = prompts;
     ConnectionErrors errors;
     {
@@ -242,7 +257,9 @@ ZPBConnection::ZPBConnection(QWidget* parent) : QWidget(parent), d(std::make_uni
     PropertyPage_SelectionChanged({});
 }
 
-ZPBConnection::~ZPBConnection() = default;
+ZPBConnection::~ZPBConnection() {
+    StopWork(d->state->Run());
+}
 
 void ZPBConnection::SetPrompts(std::shared_ptr<Prompts> prompts) {
     d->prompts = prompts ? std::move(prompts) : d->DefaultUserPrompts();

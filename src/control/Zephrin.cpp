@@ -52,6 +52,7 @@ void Zephrin::ZPBMakeConnection(const QString& connectionString, const QString& 
         Q_EMIT ZPBAlreadyLoaded();
         return;
     }
+    if (IsBusy(*state)) return d->TellConnection(BusyError(*state));
     const bool opensQuery = openQuery || !queryName.isEmpty();
     Private::ConnectArguments arguments{connectionString, userName,       password,
                                         connectTimeout,   commandTimeout, removeSystemTables};
@@ -82,18 +83,22 @@ void Zephrin::ZPBMakeConnection(const QString& connectionString, const QString& 
         d->connectionFailed = true;
         return;
     }
-    int number = errors->Number();
-    QString description = errors->Description(), source = errors->Source();
-    Q_EMIT ConnectionComplete(number, description, source);
+    d->TellConnection(ado::Error(errors->Number(), errors->Description(), errors->Source()));
 }
 
 void Zephrin::ZPBDisconnectConnection() {
+    StopWork();
     ado::Connection& connection = d->state->SharedConnection();
     if (connection.State() == ado::ObjectState::Open) connection.Close();
 }
 
+void Zephrin::StopWork() {
+    zephrin::StopWork(*d->state);
+}
+
 void Zephrin::ZPBShowZephrin() {
     if (frmZPG* open = frmZPG::OpenForm()) return d->BringForward(*open);
+    if (IsBusy(*d->state)) return;
     const bool failureWasTold = std::exchange(d->connectionFailed, false);
     if (!d->state->OfferedTables.IsEmpty() || d->state->gOpenQuery) {
         d->CopyOptions();

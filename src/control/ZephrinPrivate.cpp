@@ -8,6 +8,7 @@
 #include "runstate/clsBridge.h"
 #include "savedquery/OpenQuery.h"
 #include "wizard/Hourglass.h"
+#include "wizard/LiveWork.h"
 
 #include <QApplication>
 
@@ -33,6 +34,16 @@ void CloseRecordset(ado::RecordsetPtr& recordset) {
 }  // namespace
 
 Zephrin::Private::Private(Zephrin& owner) : control(owner), state(MakeState()) {
+    // The run may outlive the control in the middle of a work.
+    const auto surroundings = std::make_shared<LiveWork>();
+    const QPointer<Zephrin> alive(&control);
+    surroundings->OnProgress = [alive](const WorkProgress& progress) {
+        if (alive) Q_EMIT alive->Busy(progress.What, progress.Rows, progress.Seconds);
+    };
+    surroundings->OnEnded = [alive] {
+        if (alive) Q_EMIT alive->BusyEnded();
+    };
+    state->Surroundings = surroundings;
     RegisterColourConversion();
     properties = Defaults();
 }
@@ -81,6 +92,12 @@ ConnectionErrors Zephrin::Private::OpenAndLoad(const ConnectArguments& arguments
 
 std::shared_ptr<Prompts> Zephrin::Private::DefaultUserPrompts() const {
     return std::make_shared<DefaultPrompts>(state->Providers);
+}
+
+void Zephrin::Private::TellConnection(const ado::Error& outcome) {
+    int number = outcome.Number();
+    QString description = outcome.Description(), source = outcome.Source();
+    Q_EMIT control.ConnectionComplete(number, description, source);
 }
 
 void Zephrin::Private::AttachBridge() {
@@ -175,6 +192,7 @@ void Zephrin::Private::FormDestroyed() {
 }
 
 void Zephrin::Private::Terminate() {
+    zephrin::StopWork(*state);
     if (state->oBridge) state->oBridge->disconnect(&control);
     if (state->adoConnection && state->adoConnection->State() == ado::ObjectState::Open)
         state->adoConnection->Close();

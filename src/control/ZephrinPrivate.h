@@ -43,6 +43,8 @@ class Q_DECL_HIDDEN Zephrin::Private {
     /// What the wizard will read of the properties.
     void CopyOptions();
     void ShowForm();
+    /// Raises ConnectionComplete; number 0 is a success.
+    void TellConnection(const ado::Error& outcome);
     /// Closes the wizard and the connection without a word to anybody.
     void Terminate();
 

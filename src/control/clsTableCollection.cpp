@@ -28,6 +28,11 @@ void TellNoConnection(const ZPGGlobalDeclarations& state) {
                               BoxStyle::Critical, QStringLiteral("AddTable Method"));
 }
 
+void TellBusy(const ZPGGlobalDeclarations& state) {
+    state.UserPrompts->MsgBox(BusyError(state).Description(), BoxStyle::Critical,
+                              QStringLiteral("AddTable Method"));
+}
+
 void TellUnknownTable(const ZPGGlobalDeclarations& state, const QString& name) {
     state.UserPrompts->MsgBox(ResString(state, 166) + name + ResString(state, 167), BoxStyle::Critical,
                               QStringLiteral("Add Table method"));
@@ -40,10 +45,10 @@ void TellRefusal(const ZPGGlobalDeclarations& state, const QString& name, int wh
                               BoxStyle::Critical, QStringLiteral("AddTable Method"));
 }
 
-bool IsInDatabase(ZPGGlobalDeclarations& state, const QString& table) {
+bool IsInDatabase(clsFieldRetrieval& retrieval, const QString& table) {
     Hourglass pointer;
     pointer.Show(MousePointer::Hourglass);
-    return !clsFieldRetrieval(state).FieldCollection(Collection({table})).IsEmpty();
+    return !retrieval.FieldCollection(Collection({table})).IsEmpty();
 }
 
 /// The position that a host means by a number or by a text that reads as one; nothing for a name.
@@ -71,7 +76,12 @@ void clsTableCollection::AddTable(const QString& tableName) {
     if (state->SharedConnection().ConnectionString().isEmpty()) return TellNoConnection(*state);
     if (tableName.isEmpty()) return;
     const QString table = Delimited(*state, tableName);
-    if (!IsInDatabase(*state, table)) return TellUnknownTable(*state, tableName);
+    if (IsBusy(*state)) return TellBusy(*state);
+    clsFieldRetrieval retrieval(*state);
+    const bool found = IsInDatabase(retrieval, table);
+    // Who stopped it knows.
+    if (retrieval.WasStopped()) return;
+    if (!found) return TellUnknownTable(*state, tableName);
     if (!state->OfferedTables.Add(table)) TellRefusal(*state, tableName, alreadyThere, unableToAdd);
 }
 

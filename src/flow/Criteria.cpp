@@ -236,12 +236,22 @@ void LookUpFieldValues(ZPGGlobalDeclarations& state) {
     if (field.Key.isEmpty()) return;
     form.Pointer = MousePointer::Hourglass;
     ShowFormNow(state);
-    form.LookedUpType = ado::DataType::Empty;
-    for (const int box : {0, 1}) ValueBox(form, box).Items.Clear();
+    const int showing = state.Showing;
+    ado::RecordsetPtr values;
+    QString told;
+    bool stopped = false;
     try {
-        SetStatusText(state, OfferValues(state, *ReadValues(state, field)));
+        values = ReadValues(state, field);
     } catch (const ado::Error& error) {
-        SetStatusText(state, QStringLiteral("The values could not be read: %1 ..").arg(error.Description()));
+        stopped = error.Number() == ado::ErrorNumber::OperationCancelled;
+        told = QStringLiteral("The values could not be read: %1 ..").arg(error.Description());
+    }
+    if (state.Showing != showing) return;
+    // Stopped: what was on offer stays.
+    if (!stopped) {
+        form.LookedUpType = ado::DataType::Empty;
+        for (const int box : {0, 1}) ValueBox(form, box).Items.Clear();
+        SetStatusText(state, values ? OfferValues(state, *values) : told);
     }
     form.Pointer = MousePointer::Default;
 }
@@ -252,7 +262,14 @@ void CommitEntry(ZPGGlobalDeclarations& state) {
     SetStatusText(state, QStringLiteral("Building SQL .."));
     form.Pointer = MousePointer::Hourglass;
     ShowFormNow(state);
-    const QString refusal = CommitInMode(state);
+    QString refusal;
+    try {
+        refusal = CommitInMode(state);
+    } catch (const ado::Error& error) {
+        if (error.Number() != ado::ErrorNumber::OperationCancelled) throw;
+        // The entry stands as it was, to be committed later.
+        refusal = error.Description();
+    }
     if (state.Showing != showing) return;
     form.Pointer = MousePointer::Default;
     SetStatusText(state, refusal.isEmpty() ? QStringLiteral("Ready ..") : refusal);

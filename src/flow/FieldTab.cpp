@@ -145,8 +145,10 @@ void FieldToClicked(ZPGGlobalDeclarations& state) {
     form.cmdZPQFieldLeftAll.Enabled = true;
 }
 
-void LoadFieldCollections(ZPGGlobalDeclarations& state) {
+bool LoadFieldCollections(ZPGGlobalDeclarations& state) {
     const int showing = state.Showing;
+    const Collection tablesBefore = state.colTables;
+    const Collection fieldsBefore = state.colFields;
     clsFieldRetrieval retrieval(state);
     retrieval.FieldCollectionError = [&state](const QString& text) { FieldLookupFailed(state, text); };
     if (state.Options.gAllowTableSelection)
@@ -155,11 +157,18 @@ void LoadFieldCollections(ZPGGlobalDeclarations& state) {
     // tables.
     state.colFields.Clear();
     const Collection fields = retrieval.FieldCollection(state.colTables);
-    if (state.Showing != showing || fields.IsEmpty()) return;
+    if (state.Showing != showing) return true;
+    if (retrieval.WasStopped()) {
+        state.colTables = tablesBefore;
+        state.colFields = fieldsBefore;
+        return false;
+    }
+    if (fields.IsEmpty()) return true;
     state.colFields = fields;
     state.colSelFields = fields;
     RefreshFieldLists(state);
     RefreshJoinTables(state);
+    return true;
 }
 
 void FieldLookupFailed(ZPGGlobalDeclarations& state, const QString& description) {

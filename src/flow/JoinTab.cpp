@@ -65,7 +65,9 @@ void FillJoinFieldList(ZPGGlobalDeclarations& state, int side) {
     const auto index = static_cast<std::size_t>(side);
     const QString table = state.Form->cmbJoinTables[index].Text;
     const Collection fields = retrieval.FieldCollection(Collection(QStringList{table}));
-    if (state.Showing == showing) state.Form->lstJoinFields[index].Items.AddItems(fields.Items());
+    if (state.Showing != showing) return;
+    if (retrieval.WasStopped()) return UnlockJoinTables(state, true);
+    state.Form->lstJoinFields[index].Items.AddItems(fields.Items());
 }
 
 /// Nobody reads of a pair that isn't there.

@@ -157,6 +157,12 @@ void DeleteAllRows(const ado::RecordsetPtr& rows) {
     if (HasRows(rows)) rows->DeleteAll();
 }
 
+/// A look-up that was stopped: the next leave of the tab makes it anew.
+void StayOnTables(FormState& form) {
+    form.TablesChanged = true;
+    form.TabZPG.Tab = static_cast<int>(WizardTab::Tables);
+}
+
 /// Conditions, groups with their aliases, and orders.
 void DeleteAllCriteria(ZPGGlobalDeclarations& state) {
     for (const ado::RecordsetPtr& rows : {state.rsWhere, state.rsOrderBy}) DeleteAllRows(rows);
@@ -171,7 +177,8 @@ void TakeOverTables(ZPGGlobalDeclarations& state) {
     // The one step of a tab change that asks the database, and may take its time.
     form.Pointer = MousePointer::Hourglass;
     ShowFormNow(state);
-    LoadFieldCollections(state);
+    const bool stopped = !LoadFieldCollections(state);
+    if (state.Showing == showing && stopped) return StayOnTables(form);
     if (state.Showing != showing || state.colFields.IsEmpty()) return;
     if (state.colTables.IsEmpty()) {
         state.FromClause.clear();
@@ -321,6 +328,7 @@ CloseAnswer QueryUnload(ZPGGlobalDeclarations& state) {
 
 QString UnloadForm(ZPGGlobalDeclarations& state) {
     ++state.Showing;
+    StopWork(state);
     ReleaseWorkingRecordsets(state);
     state.Form = std::make_shared<FormState>();
     state.colTables = state.OfferedTables;

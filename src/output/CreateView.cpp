@@ -30,6 +30,7 @@ QString AlterQuestion(const QString& name) {
 /// Runs a statement that brings no rows; the error's description, or "".
 QString Run(ZPGGlobalDeclarations& state, const QString& statement) {
     try {
+        const Work work(state, QStringLiteral("Creating View .."));
         state.SharedConnection().Execute(statement);
         return {};
     } catch (const ado::Error& error) {
@@ -59,6 +60,7 @@ void OfferToAlter(ZPGGlobalDeclarations& state, const QString& name) {
     const BoxAnswer answer = state.UserPrompts->MsgBox(AlterQuestion(name), style, Title);
     if (state.Showing != showing || answer != BoxAnswer::Yes) return;
     const QString error = AlterView(state, state.ViewName);
+    if (state.Showing != showing) return;
     if (!error.isEmpty()) {
         state.UserPrompts->MsgBox(error, BoxStyle::Critical, ErrorTitle);
         return;
@@ -97,6 +99,7 @@ void CreateView(ZPGGlobalDeclarations& state) {
     state.ViewName = state.gDelimOpen + name + state.gDelimClose;
     const QString error =
         Run(state, u"CREATE VIEW "_s + state.ViewName + u" AS "_s + state.Form->txtSQL.Text);
+    if (state.Showing != showing) return;
     if (SaysNameIsTaken(error)) {
         OfferToAlter(state, name);
     } else if (!error.isEmpty()) {

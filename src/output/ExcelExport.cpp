@@ -4,9 +4,8 @@
 
 #include <zephrin/ado/Error.h>
 
-#include <QLocale>
-
 #include <cmath>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -20,33 +19,38 @@ constexpr int MostPieces = 300;
 /// Runs the statement on the connection of the run, and shows how far the rows have come.
 class LiveRows final : public excel::RowSource {
  public:
-    LiveRows(ZPGGlobalDeclarations& runState, const ExportMeans& exportMeans)
-        : state(runState), means(exportMeans), showing(state.Showing) {}
+    explicit LiveRows(ZPGGlobalDeclarations& runState) : state(runState), showing(state.Showing) {}
 
     std::unique_ptr<ado::Cursor> Run(const QString& sql) override {
         return state.SharedConnection().Stream(sql);
     }
 
     bool Proceed(qint64 rowsSoFar) override {
-        state.Form->StatusText = told + u' ' + QLocale().toString(rowsSoFar);
-        ShowFormNow(state);
-        return !(means.StopRequested && means.StopRequested()) && state.Showing == showing;
+        return (!work || work->GoOn(rowsSoFar)) && state.Showing == showing;
     }
 
     /// Writes a status text; progress stands behind it.
     void Tell(const QString& text) {
-        told = text;
         SetStatusText(state, text);
+        if (work) work->Tell(text);
         ShowFormNow(state);
     }
+
+    /// What lies between is the work that can be watched and stopped. How many rows there are is known as
+    /// long as the last run brought all of them.
+    void Begin() {
+        work.emplace(state, state.Form->StatusText);
+        const ado::RecordsetPtr& shown = state.rsQueryResult;
+        if (shown && shown->IsOpen() && !shown->Truncated()) work->Expect(shown->RecordCount());
+    }
+    void End() { work.reset(); }
 
     bool IsOver() const { return state.Showing != showing; }
 
  private:
     ZPGGlobalDeclarations& state;
-    const ExportMeans& means;
     int showing;
-    QString told;
+    std::optional<Work> work;
 };
 
 /// The statement runs again for the export, which is one time too many for one that changes rows.
@@ -61,7 +65,7 @@ void RequireColumns(const ZPGGlobalDeclarations& state) {
 class Export {
  public:
     Export(ZPGGlobalDeclarations& runState, const ExportMeans& exportMeans)
-        : state(runState), means(exportMeans), rows(state, means) {}
+        : state(runState), means(exportMeans), rows(state) {}
 
     /// Runs `fill` on an empty workbook of one sheet, then shows the workbook. `failure` makes the text of an
     /// error box.
@@ -74,15 +78,19 @@ class Export {
             RequireColumns(state);
             spreadsheet = means.MakeSpreadsheet(rows);
             Prepare(*spreadsheet);
+            rows.Begin();
             fill(*spreadsheet, rows);
+            rows.End();
+            if (rows.IsOver()) throw ado::Cancelled();
             Leave();
             spreadsheet->SetDisplayAlerts(true);
             spreadsheet->SetVisible(true);
         } catch (const ado::Error& error) {
+            rows.End();
             if (spreadsheet) spreadsheet->Quit();
             if (rows.IsOver()) return;
             Leave();
-            if (error.Number() != excel::Cancelled)
+            if (error.Number() != ado::ErrorNumber::OperationCancelled)
                 state.UserPrompts->MsgBox(failure(error), BoxStyle::Critical, state.Options.gRunTimeCaption);
         }
     }

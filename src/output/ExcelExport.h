@@ -21,8 +21,6 @@ ExportRoute BeginExport(ZPGGlobalDeclarations& state);
 struct ExportMeans {
     /// Makes the spreadsheet that takes the rows of the given source.
     std::function<std::unique_ptr<excel::Application>(excel::RowSource&)> MakeSpreadsheet;
-    /// Whether the user has asked to stop.
-    std::function<bool()> StopRequested;
 };
 
 /// Sends the statement last run to a workbook: the rows with their query on one sheet, a pivot table over

@@ -33,11 +33,13 @@ void EnableResultButtons(ZPGGlobalDeclarations& state, bool enabled) {
 }
 
 void FetchRows(ZPGGlobalDeclarations& state) {
-    ado::Recordset& result = *state.rsQueryResult;
-    if (state.gMaxRecords > 0) result.SetMaxRecords(state.gMaxRecords);
-    result.SetCursorLocation(ado::CursorLocation::Client);
-    result.Open(state.CurrentSQL, state.SharedConnection(), ado::CursorType::Static, ado::LockType::ReadOnly,
-                -1);
+    // Held: whoever is let in meanwhile may end the showing, and the result with it.
+    const ado::RecordsetPtr result = state.rsQueryResult;
+    if (state.gMaxRecords > 0) result->SetMaxRecords(state.gMaxRecords);
+    result->SetCursorLocation(ado::CursorLocation::Client);
+    const Work work(state, state.Form->StatusText);
+    result->Open(state.CurrentSQL, state.SharedConnection(), ado::CursorType::Static, ado::LockType::ReadOnly,
+                 -1);
 }
 
 void ShowRows(ZPGGlobalDeclarations& state) {
@@ -122,13 +124,23 @@ void RunQuery(ZPGGlobalDeclarations& state) {
         try {
             FetchRows(state);
         } catch (const ado::Error& error) {
+            if (state.Showing != showing) return;
             if (IsConnectionFault(error)) return TellConnectionFault(state);
             ShowStatementFault(state, error);
             return TellHost(state, error.Number(), error.Description());
         }
+        if (state.Showing != showing) return;
         ShowRows(state);
     }
     ShowAndTell(state);
+}
+
+bool RefuseRun(ZPGGlobalDeclarations& state) {
+    if (!IsBusy(state)) return false;
+    const ado::Error busy = BusyError(state);
+    state.Bridge().PassSQLandResultRecordset(busy.Number(), busy.Description(), state.Form->txtSQL.Text,
+                                             nullptr, state.rsWhere, state.rsHaving);
+    return true;
 }
 
 void SortResults(ZPGGlobalDeclarations& state, bool descending) {

@@ -88,6 +88,7 @@ ConnectionErrors OpenDatabaseConnection(ZPGGlobalDeclarations& state, const QStr
     state.gUserId = userName;
     try {
         ApplyDialect(state, connectionString);
+        const Work work(state, QStringLiteral("Connecting .."));
         ado::Connection& connection = state.SharedConnection();
         TakeStep(connection, [&] { connection.SetConnectionTimeout(connectTimeout); });
         TakeStep(connection, [&] { connection.SetCommandTimeout(commandTimeout); });

@@ -4,9 +4,12 @@ namespace zephrin {
 
 namespace {
 
+const auto ReadingFields = QStringLiteral("Reading Fields ..");
+
 /// Opens a connection like the shared one beside it, with the user and the time-outs of the run.
 std::unique_ptr<ado::Connection> OpenBeside(ZPGGlobalDeclarations& state) {
     auto connection = std::make_unique<ado::Connection>(state.Providers);
+    connection->SetWatcher(WatcherOf(state));
     connection->SetConnectionTimeout(state.gConnectionTimeout);
     connection->SetCommandTimeout(state.gCommandTimeout);
     connection->SetConnectionString(state.SharedConnection().ConnectionString());
@@ -42,24 +45,35 @@ clsFieldRetrieval::clsFieldRetrieval(ZPGGlobalDeclarations& run) : state(run) {}
 clsFieldRetrieval::~clsFieldRetrieval() = default;
 
 Collection clsFieldRetrieval::FieldCollection(const Collection& tables) {
-    Collection fields;
+    const int showing = state.Showing;
     try {
-        connection = OpenBeside(state);
-        for (const QString& table : tables) {
-            const QString name = BareName(table);
-            if (name.isEmpty()) return {};
-            AddFields(state, *connection, name, fields);
-        }
-        return fields;
+        return ReadFields(tables);
     } catch (const ado::Error& error) {
+        // Nobody is told what he asked for himself, nor of a showing that is over.
+        stopped = error.Number() == ado::ErrorNumber::OperationCancelled || state.Showing != showing;
         // The listener may end the wizard: nothing of this object is touched behind it.
         const QString description = error.Description();
-        if (FieldCollectionError) FieldCollectionError(description);
+        if (!stopped && FieldCollectionError) FieldCollectionError(description);
     }
     return {};
 }
 
+Collection clsFieldRetrieval::ReadFields(const Collection& tables) {
+    const Work work(state, ReadingFields);
+    // A copy: they may change while somebody is let in.
+    const Collection wanted = tables;
+    Collection fields;
+    connection = OpenBeside(state);
+    for (const QString& table : wanted) {
+        const QString name = BareName(table);
+        if (name.isEmpty()) return {};
+        AddFields(state, *connection, name, fields);
+    }
+    return fields;
+}
+
 ado::DataType clsFieldType::FieldType(const QString& tableName, const QString& fieldName) {
+    const Work work(state, ReadingFields);
     const std::unique_ptr<ado::Connection> connection = OpenBeside(state);
     ado::Recordset recordset;
     recordset.SetMaxRecords(1);
@@ -72,6 +86,7 @@ ado::RecordsetPtr clsFieldValues::colFieldValues(const QString& tableName, const
 }
 
 ado::RecordsetPtr clsFieldValues::colExpressionValues(const QString& expression, const QString& from) {
+    const Work work(state, QStringLiteral("Looking up Values .."));
     auto values = std::make_shared<ado::Recordset>();
     values->Open(QStringLiteral("SELECT DISTINCT ") + expression + u' ' + from +
                      QStringLiteral(" ORDER BY ") + expression + QStringLiteral(" ASC"),

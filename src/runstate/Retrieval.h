@@ -19,10 +19,15 @@ class clsFieldRetrieval {
     /// its first and last character, so it must carry its delimiters; a text of one or two characters ends
     /// the walk and the result is empty.
     Collection FieldCollection(const Collection& tables);
+    /// The last result is empty because somebody stopped the reading; nobody was told then.
+    bool WasStopped() const { return stopped; }
 
  private:
+    Collection ReadFields(const Collection& tables);
+
     ZPGGlobalDeclarations& state;
     std::unique_ptr<ado::Connection> connection;
+    bool stopped = false;
 };
 
 /// Asks for the type of one field, through a connection of its own.

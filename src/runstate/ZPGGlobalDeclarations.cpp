@@ -11,7 +11,9 @@ ZPGGlobalDeclarations::ZPGGlobalDeclarations(ado::ProviderSet providers, std::sh
 ZPGGlobalDeclarations::~ZPGGlobalDeclarations() = default;
 
 ado::Connection& ZPGGlobalDeclarations::SharedConnection() {
-    if (!adoConnection) adoConnection = std::make_unique<ado::Connection>(Providers);
+    if (adoConnection) return *adoConnection;
+    adoConnection = std::make_unique<ado::Connection>(Providers);
+    adoConnection->SetWatcher(WatcherOf(*this));
     return *adoConnection;
 }
 

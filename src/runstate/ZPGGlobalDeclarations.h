@@ -3,6 +3,7 @@
 #include "platform/ado/Connection.h"
 #include "runstate/Collection.h"
 #include "runstate/FormState.h"
+#include "runstate/Work.h"
 
 #include <zephrin/Prompts.h>
 #include <zephrin/ado/Recordset.h>
@@ -16,7 +17,8 @@ namespace zephrin {
 
 class clsBridge;
 
-/// What the control copies from its properties when it shows the wizard. From then on the wizard reads only these.
+/// What the control copies from its properties when it shows the wizard. From then on the wizard reads only
+/// these.
 struct RunOptions {
     bool gAllowTableSelection = true;
     bool gAllowJoinCreation = true;
@@ -48,18 +50,19 @@ struct Excel97Details {
     bool Given = false;
 };
 
-/// Everything that one wizard run shares: the connection, the dialect, the copies of the host's options, the clause
-/// texts and the working recordsets that are the query under construction.
+/// Everything that one wizard run shares: the connection, the dialect, the copies of the host's options, the
+/// clause texts and the working recordsets that are the query under construction.
 ///
-/// A control makes and owns one and hands it by reference to whoever works on it. A recordset pointer that is null, or a
-/// recordset that is closed, counts as no columns and no rows wherever it is read.
+/// A control makes and owns one and hands it by reference to whoever works on it. A recordset pointer that is
+/// null, or a recordset that is closed, counts as no columns and no rows wherever it is read.
 struct ZPGGlobalDeclarations {
     ZPGGlobalDeclarations(ado::ProviderSet providers, std::shared_ptr<Prompts> prompts);
     ~ZPGGlobalDeclarations();
     ZPGGlobalDeclarations(const ZPGGlobalDeclarations&) = delete;
     ZPGGlobalDeclarations& operator=(const ZPGGlobalDeclarations&) = delete;
 
-    // --- Connection and dialect --------------------------------------------------------------------------------
+    // --- Connection and dialect
+    // --------------------------------------------------------------------------------
     ado::ProviderSet Providers;
     std::unique_ptr<ado::Connection> adoConnection;  ///< created on first use, see SharedConnection
     ado::RecordsetPtr rsSchemaTables;
@@ -72,34 +75,40 @@ struct ZPGGlobalDeclarations {
     bool gOpenQuery = false;
     QString gQueryName;
 
-    // --- Options and look --------------------------------------------------------------------------------------
+    // --- Options and look
+    // --------------------------------------------------------------------------------------
     RunOptions Options;
     Excel97Details gExcel97;
     /// Added to every id of a string resource; the single switch of the language.
     int gResourceOffset = 0;
     std::shared_ptr<Prompts> UserPrompts;
 
-    // --- Tables and fields -------------------------------------------------------------------------------------
-    /// What the control has on offer. The wizard works on its own colTables and gets the offer back after unload.
+    // --- Tables and fields
+    // -------------------------------------------------------------------------------------
+    /// What the control has on offer. The wizard works on its own colTables and gets the offer back after
+    /// unload.
     Collection OfferedTables;
     Collection colTables;
     Collection colFields;
     Collection colSelFields;
 
-    // --- The statement -----------------------------------------------------------------------------------------
+    // --- The statement
+    // -----------------------------------------------------------------------------------------
     QString SelectClause, FromClause, WhereClause, GroupByClause, HavingClause, OrderByClause;
     QString CurrentSQL;
-    /// In place of "%" in patterns, and of the dialect's delimiter of dates. Nothing here sets them: they are there for
-    /// who embeds the generator.
+    /// In place of "%" in patterns, and of the dialect's delimiter of dates. Nothing here sets them: they are
+    /// there for who embeds the generator.
     QString WildcardOverride, DateDelimiterOverride;
 
-    // --- Working recordsets ------------------------------------------------------------------------------------
+    // --- Working recordsets
+    // ------------------------------------------------------------------------------------
     ado::RecordsetPtr rsWhere, rsHaving, rsGroupBy, rsOrderBy, rsCalcFields, rsAlias;
     ado::RecordsetPtr rsJoins, rsJoinTable, rsJoinTablesUsed, rsJoinFieldsUsed;
     ado::RecordsetPtr rsWhereClone;
     ado::RecordsetPtr rsQueryResult, rsSavedQuery, rsHostValues;
 
-    // --- Exchange with dialogs ---------------------------------------------------------------------------------
+    // --- Exchange with dialogs
+    // ---------------------------------------------------------------------------------
     QString CurrentCellText;
     bool CriteriaChanged = false;
     QString EditCalcField, EditCalcAlias, EditCalcNew;
@@ -108,23 +117,31 @@ struct ZPGGlobalDeclarations {
     QString EditMode;  ///< "Group", "Order" or "Calc"
     QString ViewName;
 
-    // --- Life of the wizard ------------------------------------------------------------------------------------
+    // --- Life of the wizard
+    // ------------------------------------------------------------------------------------
     QString gLoadError;
     bool gClosingSilently = false;
     std::unique_ptr<clsBridge> oBridge;  ///< created on first use
 
-    /// The form of the showing in hand; never null (an unused one stands between two showings, and unload puts a fresh
-    /// one there). Widgets keep a pointer of their own, so that what they show lives as long as they do.
+    /// The form of the showing in hand; never null (an unused one stands between two showings, and unload
+    /// puts a fresh one there). Widgets keep a pointer of their own, so that what they show lives as long as
+    /// they do.
     std::shared_ptr<FormState> Form;
     /// Goes up at every load and unload, and when another query takes the place of the one in hand. Whoever let the user
     /// or the host in (a box, an event) compares it with what it was before, and does nothing more on a showing that is
     /// over.
     int Showing = 0;
-    /// Makes the form that is open show this state at once; empty while there is none. Whoever makes the user wait in
-    /// the middle of an operation (a statement that runs, an export) calls it through ShowFormNow.
+    /// Makes the form that is open show this state at once; empty while there is none. Whoever makes the user
+    /// wait in the middle of an operation (a statement that runs, an export) calls it through ShowFormNow.
     std::function<void()> ShowForm;
-    /// Opens the query file that gQueryName names, or asks for one. False when the wizard must close: the user was told
-    /// and gLoadError is set. QueryPath is not empty after a load. Empty where saved queries are not at hand.
+    /// Makes the form that is open show the work in hand and nothing else; empty while there is none.
+    std::function<void()> ShowWork;
+    WorkInHand WorkNow;
+    /// What keeps the windows alive while a work goes on; null where there are none.
+    std::shared_ptr<WorkSurroundings> Surroundings;
+    /// Opens the query file that gQueryName names, or asks for one. False when the wizard must close: the
+    /// user was told and gLoadError is set. QueryPath is not empty after a load. Empty where saved queries
+    /// are not at hand.
     std::function<bool(ZPGGlobalDeclarations&)> OpenSavedQuery;
 
     /// The shared connection, made when there is none.
@@ -139,7 +156,8 @@ void CreateHostValues(ZPGGlobalDeclarations& state);
 /// Writes `text` into the first panel of the status bar. The state keeps it, a form that exists shows it.
 void SetStatusText(ZPGGlobalDeclarations& state, const QString& text);
 
-/// The working recordsets of form load, all open and empty. rsAlias is kept, without its rows, once it has columns.
+/// The working recordsets of form load, all open and empty. rsAlias is kept, without its rows, once it has
+/// columns.
 void CreateWorkingRecordsets(ZPGGlobalDeclarations& state);
 
 /// Closes and releases what a showing held, in its order, and clears the clause texts.

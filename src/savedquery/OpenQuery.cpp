@@ -44,14 +44,32 @@ void FailLoad(ZPGGlobalDeclarations& state, const QString& path) {
     state.Form->QueryPath.clear();
 }
 
+/// Reads all files of the query; nothing where there is no query. Throws ado::Cancelled() where the user
+/// doesn't want it any more, or the showing is over.
+std::optional<SavedFamily> ReadFiles(ZPGGlobalDeclarations& state, const QString& path) {
+    const int showing = state.Showing;
+    std::optional<SavedFamily> family;
+    {
+        Work work(state, QStringLiteral("Opening Query .."));
+        work.Expect(CompanionCount + 1);
+        family = ReadFamily(path, [&work](size_t done) {
+            if (!work.Step(static_cast<qint64>(done))) throw ado::Cancelled();
+        });
+    }
+    if (state.Showing != showing) throw ado::Cancelled();
+    return family;
+}
+
 /// Connects as the file says; what went wrong. The query opens all the same.
 QString Connect(ZPGGlobalDeclarations& state, const QueryMaster& master) {
     // A server that is away takes its time.
     state.Form->Pointer = MousePointer::Hourglass;
     ShowFormNow(state);
+    const int showing = state.Showing;
     const ConnectionErrors errors = OpenDatabaseConnection(
         state, master.ConnectionString, master.ConnectionTimeout.value_or(state.gConnectionTimeout),
         master.CommandTimeout.value_or(state.gCommandTimeout), master.UserId, master.Password);
+    if (state.Showing != showing) return {};
     state.Form->Pointer = MousePointer::Default;
     ArrangeForDialect(state);
     return errors.IsEmpty() ? QString() : errors.Description();
@@ -191,7 +209,13 @@ OpenOutcome OpenSavedQuery(ZPGGlobalDeclarations& state, const QString& given) {
     const int showing = state.Showing;
     const QString path = given.isEmpty() ? AskForFile(state) : given;
     if (state.Showing != showing || path.isEmpty()) return OpenOutcome::Cancelled;
-    if (std::optional<SavedFamily> family = ReadFamily(path)) return Restore(state, path, *family);
+    std::optional<SavedFamily> family;
+    try {
+        family = ReadFiles(state, path);
+    } catch (const ado::Error&) {
+        return OpenOutcome::Cancelled;
+    }
+    if (family) return Restore(state, path, *family);
     FailLoad(state, path);
     return OpenOutcome::Failed;
 }
@@ -201,7 +225,12 @@ OpenOutcome OpenFromButton(ZPGGlobalDeclarations& state) {
     if (!MayLeaveQuery(state)) return OpenOutcome::Cancelled;
     const QString path = AskForFile(state);
     if (state.Showing != showing || path.isEmpty()) return OpenOutcome::Cancelled;
-    std::optional<SavedFamily> family = ReadFamily(path);
+    std::optional<SavedFamily> family;
+    try {
+        family = ReadFiles(state, path);
+    } catch (const ado::Error&) {
+        return OpenOutcome::Cancelled;
+    }
     if (!family) {
         TellUnreadable(state, path);
         return OpenOutcome::Failed;

@@ -72,13 +72,16 @@ void ReadCompanion(Reading& reading, size_t each) {
 }
 
 /// All files as they stand now.
-std::optional<Reading> ReadOnce(const QString& path) {
+std::optional<Reading> ReadOnce(const QString& path, const std::function<void(size_t)>& goOn) {
     const std::optional<MarkedRows> master = ReadRows(path);
     if (!master) return std::nullopt;
     std::optional<QueryMaster> values = RowsToMaster(*master->Rows);
     if (!values) return std::nullopt;
     Reading reading{{std::move(*values), {}, {}, {}}, master->Mark};
-    for (size_t each = 0; each < CompanionCount; ++each) ReadCompanion(reading, each);
+    for (size_t each = 0; each < CompanionCount; ++each) {
+        if (goOn) goOn(each + 1);
+        ReadCompanion(reading, each);
+    }
     return reading;
 }
 
@@ -92,9 +95,9 @@ bool IsOutOfDate(const Reading& reading, const QString& path) {
 
 }  // namespace
 
-std::optional<SavedFamily> ReadFamily(const QString& path) {
+std::optional<SavedFamily> ReadFamily(const QString& path, const std::function<void(size_t)>& goOn) {
     for (int left = readings;; --left) {
-        std::optional<Reading> reading = ReadOnce(path);
+        std::optional<Reading> reading = ReadOnce(path, goOn);
         if (!reading) return std::nullopt;
         if (left == 1 || !IsOutOfDate(*reading, path)) return std::move(reading->Family);
         QThread::msleep(pause);

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace zephrin {
 
 /// What the files of a query hold.
@@ -19,7 +21,8 @@ struct SavedFamily {
 
 /// Reads the query whose master is `path`; nothing where that is missing, damaged or no master. While
 /// somebody saves it, waits a moment and reads again; where a save came to no end, what the master belongs to
-/// is found all the same (ReplaceFamily).
-std::optional<SavedFamily> ReadFamily(const QString& path);
+/// is found all the same (ReplaceFamily). `goOn` is told how many of the files are read, and throws where
+/// that has to end.
+std::optional<SavedFamily> ReadFamily(const QString& path, const std::function<void(size_t)>& goOn = {});
 
 }  // namespace zephrin

@@ -118,7 +118,8 @@ CommitOutcome CommitCriterion(ZPGGlobalDeclarations& state) {
     CommitOutcome outcome = CommitOutcome::Failed;
     try {
         outcome = WriteCriterion(state, *entry);
-    } catch (const ado::Error&) {
+    } catch (const ado::Error& error) {
+        if (error.Number() == ado::ErrorNumber::OperationCancelled) throw;
         // A sheet that can't be written, as from a damaged file: the rest of the commit is left undone.
     }
     state.Form->Pointer = MousePointer::Default;

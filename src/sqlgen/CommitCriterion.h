@@ -14,7 +14,8 @@ enum class CommitOutcome {
 ///
 /// With AND it joins the last row and, where it has to hold in every alternative, the other rows; with OR it
 /// makes a new one, or, where the field has a criterion already, one for each row that is there. What can't
-/// be written whole leaves everything as it was.
+/// be written whole leaves everything as it was. Throws ado::Error where the look-up of the field's type was
+/// stopped; nothing is written then, and the showing may be over.
 CommitOutcome CommitCriterion(ZPGGlobalDeclarations& state);
 
 /// A field's text taken apart: its table and its bare name, both in the delimiters of the dialect. Without a

@@ -61,11 +61,16 @@ ado::DataType TypeOfField(ZPGGlobalDeclarations& state, const Values& values) {
     if (picked && form.LookedUpType != ado::DataType::Empty) return form.LookedUpType;
     const FieldParts parts = SplitField(state, form.CriteriaField);
     if (parts.Table.isEmpty()) return ado::DataType::Empty;
+    const int showing = state.Showing;
+    ado::DataType type = ado::DataType::Empty;
     try {
-        return clsFieldType(state).FieldType(parts.Table, parts.Field);
-    } catch (const ado::Error&) {
-        return ado::DataType::Empty;
+        type = clsFieldType(state).FieldType(parts.Table, parts.Field);
+    } catch (const ado::Error& error) {
+        if (error.Number() == ado::ErrorNumber::OperationCancelled) throw;
     }
+    // Others were let in meanwhile, and the sheet may be gone.
+    if (state.Showing != showing) throw ado::Cancelled();
+    return type;
 }
 
 /// What the value alone suggests. An unknown dialect keeps, for dates, what the commit before used.

@@ -142,7 +142,9 @@ void BuildTabPage::ConnectRight() {
     });
     OnClick(cmdSQLView, ShowSqlView);
     OnClick(cmdResetSQL, ResetSql);
-    OnClick(cmdRunQuery, RunQuery);
+    connect(cmdRunQuery, &QPushButton::clicked, this, [this] {
+        if (!RefuseRun(Host().State())) Host().RunCommitted(RunQuery);
+    });
     OnClick(cmdCreateView, CreateView);
     OnClick(cmdCalcField, [this](ZPGGlobalDeclarations& state) { CreateCalcField(state); });
     OnClick(cmdEditGroup, [this](ZPGGlobalDeclarations& state) { EditRows(state, QStringLiteral("Group")); });

@@ -2,7 +2,6 @@
 
 #include "platform/excel/CellXml.h"
 #include "platform/excel/WorkbookFile.h"
-#include "wizard/EscapeWatch.h"
 
 #include <QDir>
 #include <QLocale>
@@ -35,7 +34,6 @@ ExportMeans MakeExportMeans(ZPGGlobalDeclarations& state) {
                                                          HandOver(prompts, title, path, cutTexts);
                                                      });
     };
-    means.StopRequested = [watch = std::make_shared<EscapeWatch>()] { return watch->Pressed(); };
     return means;
 }
 

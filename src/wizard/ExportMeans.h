@@ -6,10 +6,8 @@
 
 namespace zephrin {
 
-class EscapeWatch;
-
 /// What the form gives an export: a workbook file in the folder of the user's (or the host's) choice that is
-/// opened when it is whole, and Escape to stop.
+/// opened when it is whole.
 ExportMeans MakeExportMeans(ZPGGlobalDeclarations& state);
 
 }  // namespace zephrin

@@ -25,6 +25,8 @@ void Tell(ZPGGlobalDeclarations& state, const QString& text) {
 }  // namespace
 
 bool RunGuarded(ZPGGlobalDeclarations& state, const std::function<void()>& act) {
+    // Whatever a program does to the widgets in the middle of a work.
+    if (IsBusy(state)) return false;
     QString failure;
     try {
         act();

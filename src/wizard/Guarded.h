@@ -10,7 +10,8 @@ struct ZPGGlobalDeclarations;
 /// error that got into the event loop would end the host.
 ///
 /// An error that nobody took on its way is told in a box, with the pointer back and the status at rest; false
-/// then. Nothing is told where no form is loaded any more. The form may be gone when this returns.
+/// then, and where a work is under way already: nothing is run then. Nothing is told where no form is loaded
+/// any more. The form may be gone when this returns.
 bool RunGuarded(ZPGGlobalDeclarations& state, const std::function<void()>& act);
 
 }  // namespace zephrin

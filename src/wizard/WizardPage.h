@@ -18,8 +18,8 @@ class WizardHost {
     virtual ~WizardHost() = default;
     virtual ZPGGlobalDeclarations& State() = 0;
     /// Runs what a handler calls, then shows the state. Does nothing while the state is being shown, so that
-    /// widgets which are set report nothing, and on a form that is not loaded. The page may be gone when this
-    /// returns.
+    /// widgets which are set report nothing, while a work is under way, and on a form that is not loaded. The
+    /// page may be gone when this returns.
     virtual void Run(const Operation& operation) = 0;
     /// The same, after an open cell editor was taken over; an editor that refuses its value keeps the user
     /// where he is.

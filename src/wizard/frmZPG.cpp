@@ -30,7 +30,7 @@ frmZPG::Private::~Private() {
 // --- Handlers ---
 
 void frmZPG::Private::Run(const Operation& operation) {
-    if (!loaded || showing) return;
+    if (!loaded || showing || IsBusy(*state)) return;
     const auto run = state;
     const Handler handler(this);
     RunGuarded(*run, [&] { operation(*run); });
@@ -38,7 +38,7 @@ void frmZPG::Private::Run(const Operation& operation) {
 }
 
 void frmZPG::Private::RunCommitted(const Operation& operation) {
-    if (!loaded || showing) return;
+    if (!loaded || showing || IsBusy(*state)) return;
     const Handler handler(this);
     for (WizardPage* page : pages)
         if (!page->CommitEdits()) return;
@@ -78,6 +78,7 @@ QString frmZPG::Private::Unload() {
     const auto run = state;
     const QString error = UnloadForm(*run);
     run->ShowForm = nullptr;
+    run->ShowWork = nullptr;
     if (const auto wrapped = std::dynamic_pointer_cast<ShowingPrompts>(run->UserPrompts))
         run->UserPrompts = wrapped->HostPrompts();
     pointer.Show(MousePointer::Default);
@@ -124,6 +125,7 @@ bool frmZPG::Load() {
     const Private::Handler handler(d.get());
     d->loaded = true;
     run->ShowForm = [this] { d->ShowAtOnce(); };
+    run->ShowWork = [this] { d->ShowWork(); };
     run->UserPrompts =
         std::make_shared<ShowingPrompts>(run->UserPrompts, [run = run.get()] { ShowForAnswer(*run); });
     bool isLoaded = false;
@@ -185,7 +187,7 @@ void frmZPG::DeleteWhenIdle() {
 void frmZPG::closeEvent(QCloseEvent* event) {
     if (!d->loaded) return;
     const Private::Handler handler(d.get());
-    if (!d->AskBeforeClosing()) {
+    if (IsBusy(*d->state) || !d->AskBeforeClosing()) {
         event->ignore();
         return;
     }

@@ -9,6 +9,7 @@
 
 class QEventLoop;
 class QLabel;
+class QProgressBar;
 class QPushButton;
 class QStatusBar;
 class QTabWidget;
@@ -27,13 +28,16 @@ class frmZPG::Private : public WizardHost {
 
     void BuildWidgets();
     QWidget* MakeFoot();
+    void MakeStatusBar();
     void MakeShortcuts();
     void NameForScreenReaders();
     void ShowState();
     void ShowAtOnce();
     void FocusFirstControl();
     void ShowTabs();
-    void ShowStatus(const QString& text);
+    /// Shows the work in hand in the status bar, or the status text where there is none.
+    void ShowWork();
+    void ShowStatus(const QString& text, bool speak);
     void TakeFocus();
     void TabChosen(int index);
     bool AskBeforeClosing();
@@ -65,6 +69,11 @@ class frmZPG::Private : public WizardHost {
     QPushButton* cmdExit = nullptr;
     QStatusBar* stbZPB = nullptr;
     QLabel* statusPanel = nullptr;
+    QProgressBar* prgWork = nullptr;
+    QPushButton* cmdStop = nullptr;
+    /// What of the work in hand a screen reader has read out last.
+    QString spokenWork;
+    int spokenTens = 0;
 
     /// Counts a handler while it runs, and deletes a form that was waiting for the last one.
     class Handler {

@@ -1,6 +1,7 @@
 // What the form is made of, and how it shows the state.
 
 #include "flow/Shell.h"
+#include "platform/dialogs/LiveWait.h"
 #include "resources/Icons.h"
 #include "savedquery/OpenQuery.h"
 #include "savedquery/SaveQuery.h"
@@ -18,6 +19,7 @@
 #include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
@@ -27,6 +29,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace zephrin {
@@ -43,14 +46,7 @@ void frmZPG::Private::BuildWidgets() {
                                 QStringLiteral("Query Results")};
     for (int i = 0; i < WizardTabCount; ++i) TabZPG->addTab(pages[i], captions[i]);
 
-    stbZPB = new QStatusBar;
-    stbZPB->setObjectName(QStringLiteral("stbZPB"));
-    statusPanel = new QLabel;
-    statusPanel->setObjectName(QStringLiteral("stbZPB_1"));
-    statusPanel->setTextFormat(Qt::PlainText);
-    // A long text must not widen the form.
-    statusPanel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    stbZPB->addWidget(statusPanel, 1);
+    MakeStatusBar();
 
     auto* layout = new QVBoxLayout(q);
     layout->addWidget(TabZPG, 1);
@@ -61,6 +57,40 @@ void frmZPG::Private::BuildWidgets() {
     });
     connect(cmdExit, &QPushButton::clicked, q, &QWidget::close);
     MakeShortcuts();
+}
+
+void frmZPG::Private::MakeStatusBar() {
+    stbZPB = new QStatusBar;
+    stbZPB->setObjectName(QStringLiteral("stbZPB"));
+    statusPanel = new QLabel;
+    statusPanel->setObjectName(QStringLiteral("stbZPB_1"));
+    statusPanel->setTextFormat(Qt::PlainText);
+    // A long text must not widen the form.
+    statusPanel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    prgWork = new QProgressBar;
+    prgWork->setObjectName(QStringLiteral("prgWork"));
+    prgWork->setAccessibleName(tr("Progress"));
+    prgWork->setRange(0, 1000);
+    prgWork->setTextVisible(false);
+    cmdStop = new QPushButton(tr("Stop"));
+    cmdStop->setObjectName(QStringLiteral("cmdStop"));
+    cmdStop->setToolTip(tr("Stop what is waited for (Esc)"));
+    cmdStop->setProperty(LiveWait::StopsProperty, true);
+    // No key reaches it but Escape, which does the same; and the focus stays where the user works.
+    cmdStop->setFocusPolicy(Qt::NoFocus);
+    stbZPB->addWidget(statusPanel, 1);
+    for (QWidget* shownWhileWorking : {static_cast<QWidget*>(prgWork), static_cast<QWidget*>(cmdStop)}) {
+        // Nothing moves when they come and go.
+        QSizePolicy keeping = shownWhileWorking->sizePolicy();
+        keeping.setRetainSizeWhenHidden(true);
+        shownWhileWorking->setSizePolicy(keeping);
+        shownWhileWorking->hide();
+        stbZPB->addPermanentWidget(shownWhileWorking);
+        shownWhileWorking->hide();
+    }
+    prgWork->setMaximumHeight(statusPanel->sizeHint().height());
+    prgWork->setMaximumWidth(prgWork->fontMetrics().averageCharWidth() * 24);
+    connect(cmdStop, &QPushButton::clicked, q, [this] { StopWork(*state); });
 }
 
 QWidget* frmZPG::Private::MakeFoot() {
@@ -120,18 +150,40 @@ void frmZPG::Private::ShowState() {
         ShowControl(cmdOpenQuery, form->cmdOpenQuery);
         ShowControl(cmdSaveQuery, form->cmdSaveQuery);
         ShowControl(cmdDeleteQuery, form->cmdDeleteQuery);
-        ShowStatus(form->StatusText);
+        ShowWork();
         pointer.Show(form->Pointer);
     }
     TakeFocus();
     if (std::exchange(form->Minimised, false)) q->showMinimized();
 }
 
+void frmZPG::Private::ShowWork() {
+    if (!loaded) return;
+    const WorkInHand& work = state->WorkNow;
+    const WorkProgress& progress = work.Progress;
+    cmdStop->setVisible(work.Felt);
+    cmdStop->setEnabled(!work.StopWanted);
+    prgWork->setVisible(work.Felt && progress.All > 0);
+    if (progress.All > 0)
+        prgWork->setValue(static_cast<int>(std::min<qint64>(progress.Done * 1000 / progress.All, 1000)));
+    if (!work.Felt || progress.Seconds < 1) {
+        // The end of what was read out isn't worth hearing the same words again.
+        const QString& text = state->Form->StatusText;
+        return ShowStatus(text, text != std::exchange(spokenWork, QString()));
+    }
+    // Read out when it begins, and then from time to time.
+    const int tens = progress.Seconds / 10;
+    const bool speak = progress.What != std::exchange(spokenWork, progress.What) || tens != spokenTens;
+    spokenTens = tens;
+    ShowStatus(ProgressText(progress), speak);
+}
+
 /// A text that is longer than the form is wide is there as a tip. Who doesn't see it hears it.
-void frmZPG::Private::ShowStatus(const QString& text) {
+void frmZPG::Private::ShowStatus(const QString& text, bool speak) {
     if (statusPanel->text() == text) return;
     statusPanel->setText(text);
     statusPanel->setToolTip(PlainToolTip(text));
+    if (!speak) return;
     QAccessibleEvent alert(statusPanel, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }

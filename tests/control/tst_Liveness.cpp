@@ -3,7 +3,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -57,12 +56,10 @@ struct GoingHost : Host {
     std::shared_ptr<CallingPrompts> calling = std::make_shared<CallingPrompts>();
     int chances;
 
-    explicit GoingHost(int times, int records = 3)
+    explicit GoingHost(int times)
         : Host(QStringLiteral("CREATE TABLE One (Id int, Name nvarchar(10));"
-                              "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1)"
-                              "INSERT INTO One SELECT i, 'x' FROM n;"
-                              "CREATE VIEW Taken AS SELECT Id FROM One;")
-                   .arg(records)),
+                              "INSERT INTO One VALUES (1, 'x'), (2, 'x'), (3, 'x');"
+                              "CREATE VIEW Taken AS SELECT Id FROM One;")),
           chances(times) {
         prompts = calling;
         prompts->Folder = Folder();
@@ -245,18 +242,6 @@ TEST(Liveness, TheControlMayGoWhereverAWayOutLetsTheHostIn) {
             EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
         }
     }
-}
-
-TEST(Liveness, TheControlMayGoWhileRowsAreExported) {
-    GoingHost host(-1, 20000);
-    Export(host, [&] { QTimer::singleShot(0, qApp, [&] { delete host.control; }); });
-    EXPECT_TRUE(host.IsGone());
-    EXPECT_TRUE(host.prompts->Boxes.isEmpty() && host.prompts->Opened.isEmpty());
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-    Host::Drain();
-    EXPECT_EQ(QDir(host.Folder())
-                  .entryList({QStringLiteral("*.xlsx"), QStringLiteral("*.tmp")}, QDir::Files | QDir::Hidden),
-              QStringList());
 }
 
 }  // namespace zephrin

@@ -3,6 +3,7 @@
 #include "platform/ado/Connection.h"
 #include "platform/dialogs/DataLinkPages.h"
 #include "platform/dialogs/DataLinkText.h"
+#include "platform/dialogs/LiveWait.h"
 #include "platform/dialogs/WrapLabel.h"
 
 #include <zephrin/ado/Recordset.h>
@@ -33,6 +34,18 @@ struct WaitCursor {
     WaitCursor(const WaitCursor&) = delete;
     WaitCursor& operator=(const WaitCursor&) = delete;
 };
+
+/// Keeps the windows alive while `connection` makes the user wait.
+void LetLive(ado::Connection& connection) {
+    constexpr qint64 felt = 300;  // milliseconds
+    const auto wait = std::make_shared<std::unique_ptr<LiveWait>>();
+    connection.SetWatcher([wait](const ado::Progress& progress) {
+        if (progress.Elapsed < felt && !*wait) return true;
+        if (!*wait) *wait = std::make_unique<LiveWait>();
+        (*wait)->Begin();
+        return (*wait)->Breathe();
+    });
+}
 
 ado::InstalledSources InstalledOf(const ado::ProviderSet& providers) {
     ado::InstalledSources all;
@@ -171,12 +184,15 @@ void DataLinkDialog::TestConnection() {
     ShowOutcome(tr("Connecting..."), false);
     outcomeIcon->clear();
     outcome->repaint();
+    const QPointer<DataLinkDialog> alive(this);
     ado::Connection connection(providers);
+    LetLive(connection);
     connection.SetConnectionTimeout(TestTime);
     connection.SetCommandTimeout(TestTime);
     try {
         connection.Open(ConnectionString());
         const qint64 tables = connection.OpenSchema(ado::Schema::Tables)->RecordCount();
+        if (!alive) return;
         QString answer = tr("The connection works. Tables and views: %1.").arg(tables);
         if (!datalink::SaysDialect(ConnectionString()))
             answer +=
@@ -185,6 +201,7 @@ void DataLinkDialog::TestConnection() {
                    "Dialect=MS Access or Dialect=Microsoft Excel Driver.");
         ShowOutcome(answer, false);
     } catch (const ado::Error& error) {
+        if (!alive) return;
         ShowOutcome(tr("%1\n(%2, number %3)").arg(error.Description(), error.Source()).arg(error.Number()),
                     true);
     }

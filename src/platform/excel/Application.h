@@ -15,12 +15,10 @@ class RowSource {
     virtual ~RowSource() = default;
     /// Runs `sql` and hands out its rows; throws ado::Error.
     virtual std::unique_ptr<ado::Cursor> Run(const QString& sql) = 0;
-    /// Told now and then while rows are written; false stops the export.
+    /// Told now and then while rows are written; false stops the export, which then fails with
+    /// ado::Cancelled().
     virtual bool Proceed(qint64 rowsSoFar) = 0;
 };
-
-/// Number of the error that an export ends with when the user stopped it.
-inline constexpr int Cancelled = -2147217842;
 
 /// Sources of a pivot cache, with the numbers that the spreadsheet gives them.
 inline constexpr int SourceDatabase = 1;

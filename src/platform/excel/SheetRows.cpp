@@ -140,9 +140,7 @@ QByteArray SheetRows::Block() {
     out.reserve(fetched * fields.size() * 32);
     for (qint64 row = 0; row < fetched; ++row) AppendRow(out, block, row);
     rows += fetched;
-    if (!source.Proceed(rows))
-        throw ado::Error(Cancelled, QStringLiteral("The export was cancelled."),
-                         QStringLiteral("Excel export"));
+    if (!source.Proceed(rows)) throw ado::Cancelled();
     return out;
 }
 
