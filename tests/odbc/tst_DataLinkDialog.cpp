@@ -29,8 +29,9 @@ class ShopProvider : public ado::Provider {
         return std::make_unique<ShopSession>();
     }
     ado::InstalledSources Installed() const override {
-        return {{QStringLiteral("ODBC Driver 18 for SQL Server"), QStringLiteral("FreeTDS")},
-                {{QStringLiteral("shop"), QStringLiteral("FreeTDS")}}};
+        return {{QStringLiteral("ODBC Driver 18 for SQL Server"), QStringLiteral("FreeTDS"),
+                 QStringLiteral("PostgreSQL Unicode")},
+                {{QStringLiteral("shop"), QStringLiteral("FreeTDS")}, {QStringLiteral("My MS Access"), {}}}};
     }
 
  private:
@@ -75,6 +76,19 @@ TEST(DataLinkDialog, ReturnsWhatItWasGiven) {
          "Driver={ODBC Driver 18 for SQL Server};Server=box,1444;Database=d;UID=u;PWD=p;"},
         {"Driver=FreeTDS;Server=box;Port=1444;Trusted_Connection=Yes", "pageDriver",
          "Driver={FreeTDS};Server=box;Port=1444;Trusted_Connection=Yes;Dialect=SQL Server;"},
+        {"Driver=FreeTDS;Server=box;Trusted_Connection=No;UID=u", "pageDriver",
+         "Driver={FreeTDS};Server=box;UID=u;Dialect=SQL Server;"},
+        {"DSN=My MS Access", "pageSource", "DSN=My MS Access;"},
+        {"DSN=My MS Access;Dialect=SQL Server", "pageString", "DSN=My MS Access;Dialect=SQL Server"},
+        {"Driver=FreeTDS;Server=box;Encryption=require", "pageDriver",
+         "Driver={FreeTDS};Server=box;Encryption=require;Dialect=SQL Server;"},
+        {"Driver={ODBC Driver 18 for SQL Server};Server=box;Encrypt=true;TrustServerCertificate=yes",
+         "pageDriver",
+         "Driver={ODBC Driver 18 for SQL Server};Server=box;Encrypt=Yes;TrustServerCertificate=Yes;"},
+        {"Driver={ODBC Driver 18 for SQL Server};Server=box;Encrypt=strict", "pageString",
+         "Driver={ODBC Driver 18 for SQL Server};Server=box;Encrypt=strict"},
+        {"Driver=PostgreSQL Unicode;Server=box;SSLmode=require", "pageDriver",
+         "Driver={PostgreSQL Unicode};Server=box;SSLmode=require;Dialect=SQL Server;"},
         {"Driver=FreeTDS;Server=box;TDS_Version=7.4", "pageString",
          "Driver=FreeTDS;Server=box;TDS_Version=7.4"},
         {"provider=microsoft.jet.oledb.4.0;data source=/a b/shop.accdb", "pageFile",
@@ -118,6 +132,52 @@ TEST(DataLinkDialog, BuildsAStringByHand) {
     Find<QCheckBox>(dialog, "chkTrusted")->setChecked(true);
     EXPECT_FALSE(Find<QLineEdit>(dialog, "txtPassword")->isEnabled());
     EXPECT_FALSE(dialog.ConnectionString().contains(QStringLiteral("PWD")));
+}
+
+TEST(DataLinkDialog, AsksForEncryptionInTheWordsOfEachDriver) {
+    const struct {
+        const char* Driver;
+        const char* Both;  ///< what the ticks add, first the one for encryption, then the other
+        const char* Encrypted;
+        bool TrustAlone;
+    } rows[] = {
+        {"ODBC Driver 18 for SQL Server", "Encrypt=Yes;TrustServerCertificate=Yes;", "Encrypt=Yes;", true},
+        {"FreeTDS", "Encryption=require;", "Encryption=require;", false},
+        {"PostgreSQL Unicode", "SSLmode=require;", "SSLmode=verify-full;", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.Driver);
+        DataLinkDialog dialog({}, shopProviders);
+        dialog.findChild<QTabWidget*>()->setCurrentIndex(2);
+        auto* encrypt = Find<QCheckBox>(dialog, "chkEncrypt");
+        auto* trust = Find<QCheckBox>(dialog, "chkTrustCertificate");
+        EXPECT_FALSE(encrypt->isEnabled()) << "no driver, no words";
+        auto* driver = Find<QComboBox>(dialog, "cmbDriver");
+        driver->setCurrentIndex(driver->findText(QLatin1StringView(row.Driver)));
+        EXPECT_EQ(trust->isEnabled(), row.TrustAlone);
+        const auto says = [&](const char* words) {
+            return dialog.ConnectionString().contains(u'}' + QStringLiteral(";") + QLatin1StringView(words));
+        };
+        encrypt->click();
+        EXPECT_TRUE(says(row.Encrypted)) << qPrintable(dialog.ConnectionString());
+        trust->click();
+        EXPECT_TRUE(says(row.Both)) << qPrintable(dialog.ConnectionString());
+    }
+}
+
+TEST(DataLinkDialog, ShowsTheKindOfDatabaseThatANameSays) {
+    DataLinkDialog dialog({}, shopProviders);
+    dialog.findChild<QTabWidget*>()->setCurrentIndex(1);
+    auto* source = Find<QComboBox>(dialog, "cmbDataSource");
+    auto* dialect = Find<QComboBox>(dialog, "cmbSourceDialect");
+    source->setCurrentIndex(1);
+    EXPECT_EQ(dialect->currentText(), QStringLiteral("Microsoft Access"));
+    EXPECT_FALSE(dialect->isEnabled());
+    source->setCurrentIndex(0);
+    EXPECT_TRUE(dialect->isEnabled());
+    dialog.findChild<QTabWidget*>()->setCurrentIndex(0);
+    Find<QLineEdit>(dialog, "txtFile")->setText(QStringLiteral("/MS Access/shop.db"));
+    EXPECT_EQ(Find<QComboBox>(dialog, "cmbFileDialect")->currentText(), QStringLiteral("Microsoft Access"));
 }
 
 TEST(DataLinkDialog, TestsTheConnectionAndForgetsTheAnswerOnAChange) {

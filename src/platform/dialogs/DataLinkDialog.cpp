@@ -147,7 +147,11 @@ QLayout* DataLinkDialog::BuildButtons() {
 
 void DataLinkDialog::ShowPresent(const QString& present) {
     datalink::Page* shown = pages.front();
-    if (!present.isEmpty()) {
+    if (datalink::OverrulesWords(present)) {
+        // No page but the string's own lets its user say that.
+        shown = pages.back();
+        shown->Show(present);
+    } else if (!present.isEmpty()) {
         for (datalink::Page* page : std::as_const(pages)) {
             if (!page->Show(present)) continue;
             shown = page;

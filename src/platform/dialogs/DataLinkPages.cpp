@@ -1,5 +1,6 @@
 #include "platform/dialogs/DataLinkPages.h"
 
+#include "platform/controls/QuietWheel.h"
 #include "platform/dialogs/DataLinkText.h"
 #include "platform/dialogs/WrapLabel.h"
 
@@ -54,6 +55,7 @@ QComboBox* Combo(const char* objectName, Page* page) {
     auto* combo = Named<QComboBox>(objectName, page);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(24);
+    controls::KeepWheelAway(combo);
     QObject::connect(combo, &QComboBox::currentIndexChanged, page, &Page::Changed);
     return combo;
 }
@@ -79,6 +81,14 @@ void SetDialect(QComboBox* combo, const QString& words) {
         combo->setCurrentIndex(2);
     else
         combo->setCurrentIndex(0);
+}
+
+/// Shows the kind of database that words in the rest of the string will make of it anyway; there is nothing
+/// to choose then.
+void FollowWords(QComboBox* combo, const QString& text) {
+    const QString said = SaidDialect(text);
+    if (!said.isEmpty()) SetDialect(combo, said);
+    combo->setEnabled(said.isEmpty());
 }
 
 QFormLayout* Form(Page* page) {
@@ -147,7 +157,7 @@ bool FilePage::Show(const QString& connectionString) {
     if (!link) return false;
     path->setText(link->Path);
     kind->setCurrentIndex(int(link->Kind));
-    if (link->Kind == FileKind::Database) SetDialect(dialect, link->Dialect);
+    if (dialect->isEnabled()) SetDialect(dialect, link->Dialect);
     readOnly->setChecked(link->ReadOnly);
     heads->setChecked(link->HasHeads);
     return true;
@@ -176,16 +186,20 @@ void FilePage::FollowSuffix() {
         kind->setCurrentIndex(int(FileKind::Workbook));
     else if (suffix.startsWith(Words("db")) || suffix.startsWith(Words("sqlite")))
         kind->setCurrentIndex(int(FileKind::Database));
+    FollowKind();
 }
 
 /// Only a database of the embedded engine leaves a choice of what is written to it; the others are never
 /// written.
 void FilePage::FollowKind() {
     const bool isOwn = Kind() == FileKind::Database;
-    if (!isOwn)
+    if (isOwn) {
+        FollowWords(dialect, path->text());
+    } else {
         SetDialect(dialect,
                    Kind() == FileKind::Workbook ? QStringLiteral("Excel") : QStringLiteral("Access"));
-    dialect->setEnabled(isOwn);
+        dialect->setEnabled(false);
+    }
     readOnly->setEnabled(isOwn);
     heads->setVisible(Kind() == FileKind::Workbook);
 }
@@ -202,6 +216,10 @@ SourcePage::SourcePage(const QList<ado::InstalledSources::DataSource>& sources, 
     for (const ado::InstalledSources::DataSource& item : sources)
         source->addItem(item.Driver.isEmpty() ? item.Name : tr("%1  (%2)").arg(item.Name, item.Driver),
                         item.Name);
+    connect(this, &Page::Changed, this, [this] {
+        FollowWords(dialect,
+                    ToText(SourceLink{source->currentData().toString(), user->text(), password->text(), {}}));
+    });
     source->setCurrentIndex(-1);
     source->setEnabled(!sources.isEmpty());
     source->setPlaceholderText(sources.isEmpty() ? tr("No data source is set up")
@@ -231,7 +249,7 @@ bool SourcePage::Show(const QString& connectionString) {
     source->setCurrentIndex(index);
     user->setText(ValueOf(keywords, Words("UID")));
     password->setText(ValueOf(keywords, Words("PWD")));
-    SetDialect(dialect, ValueOf(keywords, Words("Dialect")));
+    if (dialect->isEnabled()) SetDialect(dialect, ValueOf(keywords, Words("Dialect")));
     return true;
 }
 
@@ -251,7 +269,11 @@ DriverPage::DriverPage(const QStringList& drivers, QWidget* parent)
       trusted(Check("chkTrusted", tr("&Log on as the user of this computer"), this)),
       user(Line("txtUser", this)),
       password(PasswordLine("txtPassword", this)),
+      encrypt(Check("chkEncrypt", tr("&Encrypt the connection"), this)),
+      trustCertificate(Check("chkTrustCertificate", tr("Ta&ke any certificate of the server's"), this)),
       dialect(DialectCombo("cmbDriverDialect", this)) {
+    encrypt->setToolTip(tr("Without the tick the driver decides."));
+    trustCertificate->setToolTip(tr("Nobody checks then who is at the other end."));
     for (const QString& name : drivers) driver->addItem(name, name);
     driver->setCurrentIndex(-1);
     driver->setEnabled(!drivers.isEmpty());
@@ -273,26 +295,41 @@ DriverPage::DriverPage(const QStringList& drivers, QWidget* parent)
     form->addRow(QString(), trusted);
     form->addRow(tr("&User:"), user);
     form->addRow(tr("&Password:"), password);
+    form->addRow(QString(), encrypt);
+    form->addRow(QString(), trustCertificate);
     form->addRow(tr("&Write SQL for:"), dialect);
-    connect(driver, &QComboBox::currentIndexChanged, this, &DriverPage::FollowDriver);
-    connect(trusted, &QCheckBox::toggled, this, &DriverPage::FollowDriver);
+    connect(this, &Page::Changed, this, &DriverPage::FollowDriver);
     FollowDriver();
 }
 
 QString DriverPage::Text() const {
-    return ToText(DriverLink{driver->currentData().toString(), server->text().trimmed(), port->text(),
-                             database->text().trimmed(), user->text(), password->text(), trusted->isChecked(),
-                             DialectOf(dialect)});
+    return ToText(LinkWith(DialectOf(dialect)));
+}
+
+DriverLink DriverPage::LinkWith(const QString& itsDialect) const {
+    return {driver->currentData().toString(),
+            server->text().trimmed(),
+            port->text(),
+            database->text().trimmed(),
+            user->text(),
+            password->text(),
+            trusted->isChecked(),
+            encrypt->isEnabled() && encrypt->isChecked(),
+            trustCertificate->isEnabled() && trustCertificate->isChecked(),
+            itsDialect};
 }
 
 bool DriverPage::Show(const QString& connectionString) {
     const QList<Keyword> keywords = Split(connectionString);
     const int index =
         driver->findData(ValueOf(keywords, Words("Driver")), Qt::UserRole, Qt::MatchFixedString);
+    QList<Keyword> others = keywords;
+    others.removeIf(SpeaksOfEncryption);
     const bool known =
-        HoldsOnly(keywords, {Words("Driver"), Words("Server"), Words("Port"), Words("Database"), Words("DBQ"),
-                             Words("UID"), Words("PWD"), Words("Trusted_Connection"), Words("Dialect")});
-    if (index < 0 || !known) return false;
+        HoldsOnly(others, {Words("Driver"), Words("Server"), Words("Port"), Words("Database"), Words("DBQ"),
+                           Words("UID"), Words("PWD"), Words("Trusted_Connection"), Words("Dialect")});
+    const auto ticks = ReadEncryption(ValueOf(keywords, Words("Driver")), keywords);
+    if (index < 0 || !known || !ticks) return false;
     driver->setCurrentIndex(index);
     const QString address = ValueOf(keywords, Words("Server"));
     const qsizetype comma = address.lastIndexOf(u',');
@@ -300,7 +337,9 @@ bool DriverPage::Show(const QString& connectionString) {
     port->setText(comma < 0 ? ValueOf(keywords, Words("Port")) : address.mid(comma + 1).trimmed());
     const QString name = ValueOf(keywords, Words("Database"));
     database->setText(name.isEmpty() ? ValueOf(keywords, Words("DBQ")) : name);
-    trusted->setChecked(!ValueOf(keywords, Words("Trusted_Connection")).isEmpty());
+    trusted->setChecked(IsYes(ValueOf(keywords, Words("Trusted_Connection"))));
+    encrypt->setChecked(ticks->Encrypt);
+    trustCertificate->setChecked(ticks->TrustCertificate);
     user->setText(ValueOf(keywords, Words("UID")));
     password->setText(ValueOf(keywords, Words("PWD")));
     if (dialect->isEnabled()) SetDialect(dialect, ValueOf(keywords, Words("Dialect")));
@@ -313,9 +352,16 @@ QWidget* DriverPage::First() const {
 
 void DriverPage::FollowDriver() {
     const QString name = driver->currentData().toString();
-    const bool says = SaysDialect(name) || name.contains(Words("Access Driver"), Qt::CaseInsensitive);
-    if (says) SetDialect(dialect, name);
-    dialect->setEnabled(!says);
+    FollowWords(dialect, ToText(LinkWith({})));
+    if (dialect->isEnabled() && name.contains(Words("Access Driver"), Qt::CaseInsensitive)) {
+        SetDialect(dialect, name);
+        dialect->setEnabled(false);
+    }
+    const auto saysMore = [&name](bool encrypted) {
+        return EncryptionText(name, encrypted, true) != EncryptionText(name, encrypted, false);
+    };
+    encrypt->setEnabled(!EncryptionText(name, true, false).isEmpty());
+    trustCertificate->setEnabled(saysMore(encrypt->isEnabled() && encrypt->isChecked()));
     trusted->setEnabled(TakesTrustedLogin(name));
     const bool asks = !(trusted->isEnabled() && trusted->isChecked());
     user->setEnabled(asks);

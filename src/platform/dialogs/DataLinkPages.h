@@ -12,6 +12,8 @@ class QPlainTextEdit;
 
 namespace zephrin::datalink {
 
+struct DriverLink;
+
 /// One way to say where a database is. Each page is whole in itself: it knows its string at any moment.
 class Page : public QWidget {
     Q_OBJECT
@@ -76,6 +78,7 @@ class DriverPage : public Page {
     QWidget* First() const override;
 
  private:
+    DriverLink LinkWith(const QString& itsDialect) const;
     void FollowDriver();
 
     QComboBox* driver;
@@ -85,6 +88,8 @@ class DriverPage : public Page {
     QCheckBox* trusted;
     QLineEdit* user;
     QLineEdit* password;
+    QCheckBox* encrypt;
+    QCheckBox* trustCertificate;
     QComboBox* dialect;
 };
 

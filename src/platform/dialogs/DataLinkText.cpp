@@ -1,5 +1,7 @@
 #include "platform/dialogs/DataLinkText.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace zephrin::datalink {
@@ -130,11 +132,83 @@ QString Masked(const QString& connectionString) {
     return shown;
 }
 
-bool SaysDialect(const QString& connectionString) {
-    for (const char* words :
-         {"SQL Server", "SQLOLEDB", "Provider=Microsoft.Jet", "MS Access", "Microsoft Excel Driver"})
-        if (Holds(connectionString, QLatin1StringView(words))) return true;
+QString SaidDialect(const QString& connectionString) {
+    // In the order in which the connection looks for them.
+    constexpr struct {
+        const char* Words;
+        const char* Dialect;
+    } rules[] = {{"SQL Server", "SQL Server"},
+                 {"SQLOLEDB", "SQL Server"},
+                 {"Provider=Microsoft.Jet", "MS Access"},
+                 {"MS Access", "MS Access"},
+                 {"Microsoft Excel Driver", "Microsoft Excel Driver"}};
+    for (const auto& rule : rules)
+        if (Holds(connectionString, QLatin1StringView(rule.Words))) return QLatin1StringView(rule.Dialect);
+    return {};
+}
+
+bool OverrulesWords(const QString& connectionString) {
+    QString rest;
+    for (const Keyword& keyword : Split(connectionString))
+        if (!Same(keyword.Name, QLatin1StringView("Dialect")))
+            rest += keyword.Name + u'=' + keyword.Value + u';';
+    return SaysDialect(rest) && SaidDialect(rest) != SaidDialect(connectionString);
+}
+
+bool SpeaksOfEncryption(const Keyword& keyword) {
+    for (const char* name :
+         {"Encrypt", "TrustServerCertificate", "Encryption", "SSLMode", "ForceTLS", "SSLVerify"})
+        if (Same(keyword.Name, QLatin1StringView(name))) return true;
     return false;
+}
+
+bool IsYes(const QString& value) {
+    for (const char* yes : {"yes", "true", "1", "mandatory", "SSPI"})
+        if (Same(value, QLatin1StringView(yes))) return true;
+    return false;
+}
+
+QString EncryptionText(const QString& driver, bool encrypt, bool trustCertificate) {
+    // The vendor's newest driver encrypts unasked, so that trust alone means something to it. FreeTDS looks
+    // at no certificate, and the oldest driver has no word for it.
+    constexpr struct {
+        const char* Driver;
+        const char* Encrypted;
+        const char* EncryptedAndTrusted;
+        const char* Trusted;
+    } drivers[] = {
+        {"FreeTDS", "Encryption=require;", "Encryption=require;", ""},
+        {"PostgreSQL", "SSLmode=verify-full;", "SSLmode=require;", ""},
+        {"MySQL", "SSLMODE=VERIFY_IDENTITY;", "SSLMODE=REQUIRED;", ""},
+        {"MariaDB", "FORCETLS=1;SSLVERIFY=1;", "FORCETLS=1;SSLVERIFY=0;", ""},
+        {"for SQL Server", "Encrypt=Yes;", "Encrypt=Yes;TrustServerCertificate=Yes;",
+         "TrustServerCertificate=Yes;"},
+        {"Native Client", "Encrypt=Yes;", "Encrypt=Yes;TrustServerCertificate=Yes;",
+         "TrustServerCertificate=Yes;"},
+        {"SQL Server", "Encrypt=Yes;", "Encrypt=Yes;", ""},
+    };
+    for (const auto& each : drivers) {
+        if (!Holds(driver, QLatin1StringView(each.Driver))) continue;
+        if (encrypt) return QLatin1StringView(trustCertificate ? each.EncryptedAndTrusted : each.Encrypted);
+        return trustCertificate ? QLatin1StringView(each.Trusted) : QLatin1StringView();
+    }
+    return {};
+}
+
+std::optional<EncryptionTicks> ReadEncryption(const QString& driver, const QList<Keyword>& keywords) {
+    const auto words = [](const QList<Keyword>& list) {
+        QStringList said;
+        for (const Keyword& keyword : list)
+            if (SpeaksOfEncryption(keyword))
+                said << keyword.Name.toLower() + u'=' +
+                            (IsYes(keyword.Value) ? QStringLiteral("yes") : keyword.Value.toLower());
+        said.sort();
+        return said;
+    };
+    const QStringList said = words(keywords);
+    for (const auto& ticks : {EncryptionTicks{false, false}, {true, false}, {true, true}, {false, true}})
+        if (words(Split(EncryptionText(driver, ticks.Encrypt, ticks.TrustCertificate))) == said) return ticks;
+    return std::nullopt;
 }
 
 QString ToText(const FileLink& link) {
@@ -209,6 +283,7 @@ QString ToText(const DriverLink& link) {
         Add(text, "UID", link.User);
         Add(text, "PWD", link.Password);
     }
+    text += EncryptionText(link.Driver, link.Encrypt, link.TrustCertificate);
     AddDialect(text, link.Dialect);
     return text;
 }

@@ -25,8 +25,14 @@ bool HoldsOnly(const QList<Keyword>& keywords, std::initializer_list<QLatin1Stri
 /// The string with each password as dots, to be shown.
 QString Masked(const QString& connectionString);
 
-/// Whether words in the string say already for which kind of database statements are to be written.
-bool SaysDialect(const QString& connectionString);
+/// The kind of database for which statements will be written by words anywhere in the string, were they part
+/// of a name; empty where no words say it.
+QString SaidDialect(const QString& connectionString);
+/// Whether the string names a kind of database of its own that prevails over the words in the rest of it.
+bool OverrulesWords(const QString& connectionString);
+inline bool SaysDialect(const QString& connectionString) {
+    return !SaidDialect(connectionString).isEmpty();
+}
 
 /// A file that is opened without a server, and what is in it.
 enum class FileKind { Database, AccessDatabase, Workbook };
@@ -59,9 +65,26 @@ struct DriverLink {
     QString User;
     QString Password;
     bool Trusted = false;
+    bool Encrypt = false;
+    bool TrustCertificate = false;
     QString Dialect;
 };
 QString ToText(const DriverLink& link);
+
+/// How the driver is told to encrypt, and to take any certificate of the server's; empty where its string has
+/// no words for it. Each driver has its own.
+QString EncryptionText(const QString& driver, bool encrypt, bool trustCertificate);
+/// Reads back what EncryptionText wrote; nothing where the string says it otherwise.
+struct EncryptionTicks {
+    bool Encrypt = false;
+    bool TrustCertificate = false;
+};
+std::optional<EncryptionTicks> ReadEncryption(const QString& driver, const QList<Keyword>& keywords);
+/// Whether the keyword speaks of it, whichever driver's it is.
+bool SpeaksOfEncryption(const Keyword& keyword);
+
+/// Whether a value means yes in a connection string.
+bool IsYes(const QString& value);
 
 /// Whether the driver can log on as the user of this computer.
 bool TakesTrustedLogin(const QString& driver);
