@@ -180,7 +180,7 @@ TEST_F(Accessibility, TheTabKeyGoesThroughAWindowAsItIsRead) {
         {"DataLinkDialog page 1", "T cmbDataSource txtSourceUser txtSourcePassword cmbSourceDialect D"},
         {"DataLinkDialog page 2",
          "T cmbDriver txtServer txtPort txtDatabase chkTrusted txtUser txtPassword "
-         "cmbDriverDialect D"},
+         "chkEncrypt chkTrustCertificate cmbDriverDialect D"},
         {"DataLinkDialog page 3", "T txtString D"},
     };
     Begin();
