@@ -16,6 +16,8 @@ namespace zephrin::bench {
 namespace {
 
 constexpr int Runs = 5;
+// Twenty look-ups take less time than another program gets when it comes between.
+constexpr int LookUpRuns = 101;
 
 void Run(sqlite3* database, const char* sql) {
     if (sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK) return;
@@ -132,10 +134,10 @@ struct Pair {
 
 /// In turns, so that a busy moment of the machine falls on both.
 Pair Compare(ado::Connection& connection, sqlite3* database, const char* ours, const char* plain,
-             int times = 1) {
+             int runs = Runs, int times = 1) {
     std::vector<double> own, raw;
     qint64 cells = 0;
-    for (int run = 0; run < Runs; ++run) {
+    for (int run = 0; run < runs; ++run) {
         qint64 found = 0, wanted = 0;
         raw.push_back(Seconds([&] {
             for (int again = 0; again < times; ++again) wanted = AskPlain(database, plain, cells);
@@ -181,11 +183,20 @@ void MeasureLookUp(const QString& path) {
     std::printf(
         "Looking a text up by an index among 10,000,000 rows (ratio to plain SQLite, which finds one "
         "spelling)\n");
-    for (const char* const name : {"Anna 79190", "Hans 7919007", "Nobody"}) {
-        const QByteArray ours = QByteArray("SELECT [Id] FROM [Many] WHERE ([Name] = '") + name + "')";
-        const QByteArray plain = QByteArray("SELECT Id FROM Many WHERE Name = '") + name + "'";
-        const Pair pair = Compare(connection, database, ours.constData(), plain.constData(), 20);
-        std::printf("  %-20s %9.1f us against %9.1f us   %6.2f   wanted: at most 20\n", name, pair.Ours * 1e6,
+    struct LookUp {
+        const char* What;
+        const char* Asked;
+        const char* Stored;
+    };
+    for (const auto& [what, asked, stored] :
+         {LookUp{"as it is stored", "Anna 79190", "Anna 79190"},
+          LookUp{"spelled otherwise", "aNNA 79190 ", "Anna 79190"},
+          LookUp{"not there, but its like is", "Hans 7919007", "Hans 7919007"},
+          LookUp{"nothing like it", "Nobody", "Nobody"}}) {
+        const QByteArray ours = QByteArray("SELECT [Id] FROM [Many] WHERE ([Name] = '") + asked + "')";
+        const QByteArray plain = QByteArray("SELECT Id FROM Many WHERE Name = '") + stored + "'";
+        const Pair pair = Compare(connection, database, ours.constData(), plain.constData(), LookUpRuns, 20);
+        std::printf("  %-26s %9.1f us against %9.1f us   %6.2f   wanted: at most 20\n", what, pair.Ours * 1e6,
                     pair.Plain * 1e6, pair.Ours / pair.Plain);
     }
     sqlite3_close(database);

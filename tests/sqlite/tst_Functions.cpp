@@ -265,10 +265,18 @@ TEST(Likeness, Patterns) {
         {"É", "[a-f]", true},
         {"_", "[a-f]", false},
         {"5", "[0-9a-f]", true},
+        {"aab", "%AB", true},
+        {"abab ", "%ab", false},
+        {"a%b", "%%_b", true},
+        {"ba", "%a_", false},
     };
-    for (const auto& row : cases)
-        EXPECT_EQ(IsLike(QString::fromUtf8(row.Text), QString::fromUtf8(row.Pattern)), row.Fits)
+    for (const auto& row : cases) {
+        const QString text = QString::fromUtf8(row.Text);
+        EXPECT_EQ(IsLike(text, QString::fromUtf8(row.Pattern)), row.Fits)
             << row.Text << " like " << row.Pattern;
+        EXPECT_EQ(IsLike(std::string_view(row.Text), row.Pattern, false), row.Fits)
+            << row.Text << " like " << row.Pattern << ", as bytes";
+    }
     EXPECT_TRUE(IsLike(u"5%", u"5!%", u'!'));
     EXPECT_FALSE(IsLike(u"50", u"5!%", u'!'));
     EXPECT_FALSE(IsLike(u"DE ", u"%e"));

@@ -54,6 +54,18 @@ bool InSet(QStringView pattern, qsizetype& at, QChar character, bool& matches) {
     return true;
 }
 
+/// Where in the text, from `from` on, the rest of the pattern behind a % may begin to fit: most characters
+/// are not the one that it begins with.
+template <class Character>
+size_t NextBegin(std::basic_string_view<Character> text, size_t from, std::basic_string_view<Character> rest,
+                 Character escape) {
+    const Character first = rest.front();
+    if (first == '%' || first == '_' || first == '[' || (escape != 0 && first == escape)) return from;
+    const Character wanted = Folded(first);
+    while (from < text.size() && Folded(text[from]) != wanted) ++from;
+    return from;
+}
+
 /// The walk through text and pattern, on UTF-16 or on plain bytes; the latter has no sets. `content`: where
 /// blanks at the end begin that don't count, or the end.
 template <class Character>
@@ -76,7 +88,8 @@ bool Fits(std::basic_string_view<Character> text, std::basic_string_view<Charact
                 if (fits) inPattern += 2;
             } else if (next == '%') {
                 retryPattern = ++inPattern;
-                retryText = inText;
+                if (inPattern == pattern.size()) return true;
+                inText = retryText = NextBegin(text, inText, pattern.substr(inPattern), escape);
                 continue;
             } else if (next == '_') {
                 fits = true;
@@ -100,7 +113,7 @@ bool Fits(std::basic_string_view<Character> text, std::basic_string_view<Charact
         }
         if (retryPattern == none) return false;
         inPattern = retryPattern;
-        inText = ++retryText;
+        inText = retryText = NextBegin(text, retryText + 1, pattern.substr(inPattern), escape);
     }
     while (inPattern < pattern.size() && pattern[inPattern] == '%') ++inPattern;
     return inPattern == pattern.size();
