@@ -102,9 +102,11 @@ void Writer::WriteComparison(const Expression& left, const QString& symbol, cons
     const auto side = [&](const Expression& value) {
         ordered ? WriteOperand(value) : WriteCompared(value, as);
     };
+    // The order stands on both sides: where the engine makes a list of comparisons with OR, it forgets what
+    // stands on the other side than the column, and then finds the bare bytes in an index.
     out << "(";
     side(left);
-    out << " " << symbol.toLatin1() << " ";
+    out << CollationFor(as) << " " << symbol.toLatin1() << " ";
     side(right);
     out << CollationFor(as) << ")";
 }
@@ -137,6 +139,9 @@ bool Writer::WriteLookUp(const Expression& condition) {
         if (!found) return false;
         values += *found;
     }
+    // An empty list would be a mere 0 to the engine, and one side of OR without an index means a walk through
+    // all rows: a text that isn't there does as well.
+    if (values.isEmpty()) values << condition.Operands[turned ? 0 : 1]->Name;
     out << "(";
     Write(condition);
     out << " AND ";
