@@ -52,9 +52,11 @@ void Mid(Call& call) {
             QStringLiteral("Invalid length parameter passed to the substring function."),
             QStringLiteral("Invalid procedure call: the start or the length for Mid is out of range."));
     const qint64 size = text.size();
-    const qint64 from = std::clamp<qint64>(*start - 1, 0, size);
+    // Further in front than the longest text, no length reaches the text either.
+    const qint64 begin = std::max<qint64>(*start, -LongestText) - 1;
+    const qint64 from = std::clamp<qint64>(begin, 0, size);
     const qint64 to =
-        std::clamp<qint64>(*start > size ? size : *start - 1 + std::min(*length, LongestText), from, size);
+        std::clamp<qint64>(begin >= size ? size : begin + std::min(*length, LongestText), from, size);
     call.Return(text.sliced(from, to - from));
 }
 
