@@ -132,7 +132,7 @@ void CharIndex(Call& call) {
     const std::optional<qint64> start = call.Count() > 2 ? call.Whole(2) : std::optional<qint64>(1);
     if (!start) return;
     const QString part = call.Text(0);
-    const qint64 from = std::max<qint64>(*start - 1, 0);
+    const qint64 from = std::max<qint64>(*start, 1) - 1;
     call.Return(part.isEmpty() ? qint64(0)
                                : qint64(call.Text(1).indexOf(part, from, Qt::CaseInsensitive) + 1));
 }
