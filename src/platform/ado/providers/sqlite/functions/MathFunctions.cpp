@@ -168,7 +168,8 @@ void RoundExact(Call& call) {
     const Rounding how = *cut != 0 ? Rounding::Cut : call.IsFile() ? Rounding::HalfEven : Rounding::HalfAway;
     if (*places >= 0) return call.ReturnExact(Rescaled(*value, int(*places), how), spec);
     // Places in front of the point: what is left of so many digits is shifted back.
-    const int digits = int(std::min<qint64>(-*places, MostDigits - value->Scale));
+    const int digits =
+        int(std::min<qint64>(-std::max<qint64>(*places, -MostDigits), MostDigits - value->Scale));
     const std::optional<Exact> shifted = Rescaled({value->Units, value->Scale + digits}, 0, how);
     const std::optional<Exact> back = shifted ? Rescaled(*shifted, digits) : shifted;
     call.ReturnExact(back ? std::optional<Exact>({back->Units, 0}) : back, spec);
