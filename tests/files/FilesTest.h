@@ -3,6 +3,7 @@
 #include "platform/ado/Connection.h"
 #include "platform/ado/providers/AllProviders.h"
 #include "sqlite/TestDatabase.h"
+#include "support/SharedData.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,13 +41,8 @@ class FilesTest : public testing::Test {
             return QStringLiteral("! ") + error.Description();
         }
     }
-    /// The folder of real files beside the checkout; empty where there is none.
-    static QString SharedFolder() {
-        const QString folder = qEnvironmentVariable("ZEPHRIN_SHARED_DATA",
-                                                    QStringLiteral(ZEPHRIN_SOURCE_DIR "/../shared/data")) +
-                               QStringLiteral("/access/");
-        return QFile::exists(folder) ? folder : QString();
-    }
+    /// The folder of real files; empty where there is none.
+    static QString SharedFolder() { return zephrin::test::SharedFolder(QStringLiteral("access")); }
     /// The workbook of make_workbook.py.
     static bool MakeWorkbook(const QString& path) {
         QProcess python;

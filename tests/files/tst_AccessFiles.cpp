@@ -7,7 +7,7 @@ namespace {
 class AccessFiles : public FilesTest {
  protected:
     void SetUp() override {
-        if (SharedFolder().isEmpty()) GTEST_SKIP() << "no folder of real Access files beside the checkout";
+        if (SharedFolder().isEmpty()) GTEST_SKIP() << zephrin::test::NoSharedFiles;
     }
 };
 

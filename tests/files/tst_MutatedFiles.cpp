@@ -57,7 +57,7 @@ class MutatedFiles : public FilesTest, public testing::WithParamInterface<const 
 
 TEST_P(MutatedFiles, EndInRowsOrInAnErrorThatNamesThem) {
     const QByteArray seed = Seed();
-    if (seed.isEmpty()) GTEST_SKIP() << GetParam() << " is not beside the checkout";
+    if (seed.isEmpty()) GTEST_SKIP() << GetParam() << ": " << zephrin::test::NoSharedFiles;
     const QString path = folder.filePath(QStringLiteral("mutated"));
     const bool isWorkbook = QLatin1StringView(GetParam()).contains(QLatin1StringView(".xls"));
     const QString connectionString =

@@ -1,5 +1,6 @@
 #include "TestDatabase.h"
 #include "platform/ado/DecimalDigits.h"
+#include "support/SharedData.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,9 +12,9 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
-/// Statements with the answers of a server of the dialect, run on the embedded engine. The folder that
-/// ZEPHRIN_SERVER_ANSWERS names holds `tables.sql` and `answers.jsonl`; ZEPHRIN_SERVER_FAMILIES picks some of
-/// the statements by what they are about.
+/// Statements with the answers of a server of the dialect, run on the embedded engine. Their folder
+/// holds `tables.sql` and `answers.jsonl`; ZEPHRIN_SERVER_FAMILIES picks some of the statements by what they are
+/// about.
 namespace zephrin::ado::providers::sqlite::test {
 namespace {
 
@@ -153,11 +154,11 @@ QString Compared(Connection& connection, const QJsonObject& answer) {
 }
 
 TEST(ServerAnswers, AreTheSame) {
-    const QString folder = qEnvironmentVariable("ZEPHRIN_SERVER_ANSWERS");
+    const QString folder = zephrin::test::SharedFolder(QStringLiteral("server-answers"));
     QFile tables(QDir(folder).filePath(QStringLiteral("tables.sql")));
     QFile answers(QDir(folder).filePath(QStringLiteral("answers.jsonl")));
     if (folder.isEmpty() || !tables.open(QIODevice::ReadOnly) || !answers.open(QIODevice::ReadOnly))
-        GTEST_SKIP() << "no answers of a server: set ZEPHRIN_SERVER_ANSWERS to the folder that has them";
+        GTEST_SKIP() << zephrin::test::NoSharedFiles;
     const QStringList families =
         qEnvironmentVariable("ZEPHRIN_SERVER_FAMILIES").split(u',', Qt::SkipEmptyParts);
     const TestDatabase database(tables.readAll().constData());
