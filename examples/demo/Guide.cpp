@@ -130,7 +130,7 @@ void Guide::ShowWaiting() {
     Find<QTextEdit>(QStringLiteral("txtSQL"))
         ->setPlainText(
             QStringLiteral("SELECT COUNT(*)\nFROM [Orders] a, [Orders] b, [Orders] c, [Orders] d"));
-    std::string trouble;
+    std::string failed;
     QMetaObject::Connection watched;
     watched = QObject::connect(window.Control(), &zephrin::Zephrin::Busy, &window,
                                [&](const QString&, qint64, int seconds) {
@@ -139,13 +139,13 @@ void Guide::ShowWaiting() {
                                    try {
                                        TakePicture(QStringLiteral("using-waiting"));
                                    } catch (const Failure& failure) {
-                                       trouble = failure.what();
+                                       failed = failure.what();
                                    }
                                    QObject::disconnect(watched);
                                    window.Control()->StopWork();
                                });
     Press(QStringLiteral("cmdRunQuery"));
-    if (!trouble.empty()) throw Failure(trouble);
+    if (!failed.empty()) throw Failure(failed);
     CloseWizard();
 }
 
