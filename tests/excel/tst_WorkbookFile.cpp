@@ -164,7 +164,7 @@ TEST(WorkbookFile, ACancelledOrFailedExportLeavesNoFile) {
         qint64 Rows;
         const char* Text;
     } cases[] = {
-        {"cancelled", 8000, {}, 50'000, "The export was cancelled."},
+        {"cancelled", 8000, {}, 50'000, "Operation has been cancelled by the user."},
         {"connection lost", {}, 9000, 50'000, "the connection broke"},
         {"too many rows", {}, {}, SheetRowLimit, "more rows than the 1048575"},
     };
