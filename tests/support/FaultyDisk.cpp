@@ -113,15 +113,14 @@ int fclose(FILE* file) {
     if (fails) errno = errorNumber;
     return fails ? EOF : answer;
 }
+// Nobody cuts the power in a test: what is asked of the disk is counted, and not waited for.
 int fsync(int handle) {
-    REAL(fsync);
     FAIL(handle, -1)
-    return real(handle);
+    return 0;
 }
 int fdatasync(int handle) {
-    REAL(fdatasync);
     FAIL(handle, -1)
-    return real(handle);
+    return 0;
 }
 int rename(const char* from, const char* to) noexcept {
     REAL(rename);

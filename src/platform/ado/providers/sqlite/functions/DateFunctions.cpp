@@ -258,7 +258,7 @@ void DateSerial(Call& call) {
     const std::optional<qint64> month = year ? call.Whole(1) : year;
     const std::optional<qint64> day = month ? call.Whole(2) : month;
     if (!day) return;
-    if (*year < 0 || *year > 9999 || std::abs(*month) > 120'000 || std::abs(*day) > 4'000'000)
+    if (*year < 0 || *year > 9999 || std::abs(double(*month)) > 120'000 || std::abs(double(*day)) > 4'000'000)
         return call.FailArgument(QStringLiteral("DateSerial"));
     const int full = int(*year < 30 ? *year + 2000 : *year < 100 ? *year + 1900 : *year);
     const std::optional<qint64> first = AddMonths(DaysOf(full, 1, 1) * TicksPerDay, *month - 1);

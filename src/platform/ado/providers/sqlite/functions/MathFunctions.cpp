@@ -2,6 +2,7 @@
 
 #include <QRandomGenerator>
 
+#include <algorithm>
 #include <cmath>
 
 namespace zephrin::ado::providers::sqlite {
@@ -111,7 +112,8 @@ void Round(Call& call) {
     if (!number) return;
     if (*places < 0 && call.IsFile()) return call.FailArgument(QStringLiteral("Round"));
     if (*places > 15) return call.Return(*number);
-    const double unit = std::pow(10.0, double(std::abs(*places)));
+    // Farther to the left than any number reaches.
+    const double unit = std::pow(10.0, std::min(std::abs(double(*places)), 308.0));
     // 2.675 is a little less in binary; fifteen digits say what was meant.
     const double scaled = QString::number(*places >= 0 ? *number * unit : *number / unit, 'g', 15).toDouble();
     const double rounded = *cut != 0       ? std::trunc(scaled)
