@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -85,7 +86,9 @@ QByteArray Read(const QString& path, qint64 most) {
     if (!QFileInfo(path).isFile()) throw Failure{path, QStringLiteral("The file cannot be found.")};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) throw Failure{path, file.errorString()};
-    const QByteArray content = file.read(most + 1);
+    // Room is made for as much as is asked for. What tells no size is read all the same.
+    const qint64 size = file.size();
+    const QByteArray content = file.read(size > 0 ? std::min(size, most) + 1 : most + 1);
     if (file.error() != QFile::NoError) throw Failure{path, file.errorString()};
     if (content.size() > most) throw Failure{path, QStringLiteral("The file is too large.")};
     return content;
